@@ -1,0 +1,57 @@
+#include "platform/picture_box.h"
+
+#include <algorithm>
+
+namespace fiar {
+namespace {
+
+constexpr float kTwipsPerPoint = 20;
+// Distance between the lines of a text, as a multiple of the font's size.
+constexpr float kLineSpacing = 1.2F;
+
+std::uint16_t lineWidth(int drawWidth) { return static_cast<std::uint16_t>(std::clamp(drawWidth, 1, 1000)); }
+
+}  // namespace
+
+void PictureBox::Cls() {
+  drawing_.clear();
+  CurrentX = 0;
+  CurrentY = 0;
+}
+
+void PictureBox::Line(float x1, float y1, float x2, float y2, Color color) {
+  drawing_.commands.push_back({.kind = DrawCommand::Kind::Line,
+                               .drawWidth = lineWidth(DrawWidth),
+                               .color = color,
+                               .x1 = x1,
+                               .y1 = y1,
+                               .x2 = x2,
+                               .y2 = y2});
+}
+
+void PictureBox::Circle(float x, float y, float radius, Color color) {
+  if (!(radius > 0)) return;
+  const bool filled = FillStyle == fiar::FillStyle::Solid;
+  drawing_.commands.push_back({.kind = DrawCommand::Kind::Circle,
+                               .filled = filled,
+                               .drawWidth = lineWidth(DrawWidth),
+                               .color = color,
+                               .fill = filled ? FillColor : kBlack,
+                               .x1 = x,
+                               .y1 = y,
+                               .x2 = radius});
+}
+
+void PictureBox::Print(TextView text) {
+  drawing_.commands.push_back({.kind = DrawCommand::Kind::Print,
+                               .color = ForeColor,
+                               .x1 = CurrentX,
+                               .y1 = CurrentY,
+                               .textStart = static_cast<std::uint32_t>(drawing_.characters.size()),
+                               .textLength = static_cast<std::uint32_t>(text.size())});
+  drawing_.characters.insert(drawing_.characters.end(), text.begin(), text.end());
+  CurrentX = 0;
+  CurrentY += static_cast<float>(Font.points) * kTwipsPerPoint * kLineSpacing;
+}
+
+}  // namespace fiar

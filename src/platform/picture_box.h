@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/color.h"
+#include "platform/controls.h"
+#include "platform/drawing_list.h"
+#include "platform/text.h"
+
+namespace fiar {
+
+/// How the inside of a circle is painted.
+enum class FillStyle : int { Solid = 0, Transparent = 1 };
+
+/// A surface to draw on. Drawing appends commands to a list; showing the list is the host's business, so a
+/// drawing operation costs next to nothing and can be repeated at every tick. All coordinates are in twips.
+class PictureBox : public Control {
+ public:
+  Color BackColor = kWhite;
+  Color ForeColor = kBlack;  ///< of printed text
+  FontSpec Font{u"Arial", 8.25, false};
+  PictureRef Picture;
+  bool TabStop = false;  ///< whether it takes the keyboard focus
+  double KeyStep = 0;    ///< how far an arrow key moves the pointer while it has the focus; 0: not at all
+
+  int DrawWidth = 1;  ///< width of lines and rims in pixels at 96 DPI, at least 1
+  fiar::FillStyle FillStyle = fiar::FillStyle::Transparent;
+  Color FillColor = kBlack;
+  float CurrentX = 0;  ///< where the next text is printed
+  float CurrentY = 0;
+
+  /// The pointer moved over the picture box or, with a button held that was pressed on it, anywhere.
+  std::function<void(int button, int shift, float X, float Y)> MouseMove;
+  /// A button that was pressed on the picture box was released, wherever that was.
+  std::function<void(int button, int shift, float X, float Y)> MouseUp;
+  /// Clears the picture to its background colour and puts the printing position back to the top left corner.
+  void Cls();
+  /// A straight line in DrawWidth.
+  void Line(float x1, float y1, float x2, float y2, Color color);
+  /// A circle about (x, y): its rim in `color` and DrawWidth, its inside by FillStyle and FillColor. A radius of
+  /// 0 or less draws nothing.
+  void Circle(float x, float y, float radius, Color color);
+  /// Prints a line of text at (CurrentX, CurrentY) and moves on to the start of the next line.
+  void Print(TextView text);
+
+  /// What has been drawn since the last Cls.
+  const DrawingList& drawing() const { return drawing_; }
+
+ private:
+  DrawingList drawing_;
+};
+
+}  // namespace fiar

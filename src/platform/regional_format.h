@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/date_time.h"
+#include "platform/text.h"
+
+namespace fiar {
+
+/// How numbers and dates are written on this machine: the user's regional format on Windows, the locale of the
+/// environment on Linux.
+class RegionalFormat {
+ public:
+  /// The most characters that a number takes.
+  static constexpr std::size_t kMaxNumberLength = 32;
+
+  virtual ~RegionalFormat() = default;
+
+  /// The character between the whole part and the decimals, for instance '.' or ','.
+  virtual char16_t decimalSeparator() const = 0;
+  /// Date and time in the user's short form.
+  virtual Text dateTimeText(const DateTime& when) const = 0;
+
+  /// The shortest decimal text of at most 15 significant digits; whole numbers below 1E15 have no decimal point,
+  /// no grouping, and a sign only when negative.
+  Text numberText(double value) const;
+  /// The same, written into `buffer` without allocating; returns the part of it that was used.
+  TextView numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const;
+  /// The number that a text stands for: spaces around it are skipped and the text ends at its first NUL. Absent
+  /// when anything else stands in it (grouping included) or there is no digit.
+  std::optional<double> number(TextView text) const;
+};
+
+/// The system's own format, for the life of the process.
+const RegionalFormat& systemRegionalFormat();
+
+}  // namespace fiar

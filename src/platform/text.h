@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace fiar {
+
+/// Text as the program holds it: UTF-16 code units on every platform. Lengths and positions count code units.
+using Text = std::u16string;
+using TextView = std::u16string_view;
+
+/// The capital letter of one character by the system's simple (one to one) case mapping; a character without
+/// one, and half of a surrogate pair, is returned as it is. A letter beyond ASCII never becomes an ASCII one.
+char16_t toUpper(char16_t character);
+
+/// The same for a whole text; the length does not change.
+Text toUpper(TextView text);
+
+/// Whether both texts have the same length and the same capital letters.
+bool equalIgnoringCase(TextView left, TextView right);
+
+/// A hash that is equal for texts that equalIgnoringCase() finds equal.
+std::size_t hashIgnoringCase(TextView text);
+
+/// The text without leading and trailing spaces (U+0020 only: tabs and line ends stay).
+TextView trimSpaces(TextView text);
+
+/// UTF-8 form, for messages and tests; an unpaired surrogate becomes U+FFFD.
+std::string toUtf8(TextView text);
+
+/// The text of UTF-8 bytes; every byte that is not part of a well-formed character becomes U+FFFD.
+Text fromUtf8(std::string_view bytes);
+
+}  // namespace fiar
