@@ -34,4 +34,8 @@ class CodePage {
   std::array<std::uint8_t, 65536> bytes_;
 };
 
+/// The characters of Windows-1252. The five bytes that it leaves undefined stand for the control codes of the
+/// same number, as Windows has it.
+std::array<char16_t, 256> windows1252Characters();
+
 }  // namespace fiar

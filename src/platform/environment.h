@@ -17,4 +17,7 @@ class Environment {
   virtual bool otherInstanceRunning() const = 0;
 };
 
+/// This process's environment, for its life. The first call marks the process as a running instance.
+const Environment& systemEnvironment();
+
 }  // namespace fiar

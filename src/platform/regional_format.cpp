@@ -1,0 +1,55 @@
+#include "platform/regional_format.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace fiar {
+namespace {
+
+constexpr int kSignificantDigits = 15;
+
+// The character of the portable form that stands for one of the regional form; NUL when none does.
+char portable(char16_t character, char16_t separator) {
+  if (character == separator) return '.';
+  if (character >= u'0' && character <= u'9') return static_cast<char>(character);
+  if (character == u'+' || character == u'-') return static_cast<char>(character);
+  return character == u'E' || character == u'e' ? 'e' : '\0';
+}
+
+}  // namespace
+
+Text RegionalFormat::numberText(double value) const {
+  std::array<char16_t, kMaxNumberLength> buffer{};
+  return Text(numberText(value, buffer));
+}
+
+TextView RegionalFormat::numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const {
+  std::array<char, kMaxNumberLength> digits{};
+  const double unsignedZero = value == 0 ? 0.0 : value;
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), unsignedZero,
+                                     std::chars_format::general, kSignificantDigits);
+  const char16_t separator = decimalSeparator();
+  char16_t* const end = std::transform(digits.data(), written.ptr, buffer.data(), [separator](char digit) {
+    if (digit == '.') return separator;
+    return digit == 'e' ? u'E' : static_cast<char16_t>(digit);
+  });
+  return {buffer.data(), end};
+}
+
+std::optional<double> RegionalFormat::number(TextView text) const {
+  const TextView trimmed = trimSpaces(text.substr(0, text.find(u'\0')));
+  const char16_t separator = decimalSeparator();
+  std::string digits(trimmed.size(), '\0');
+  std::transform(trimmed.begin(), trimmed.end(), digits.begin(),
+                 [separator](char16_t character) { return portable(character, separator); });
+  // A plus sign is fine, but the conversion below does not know it.
+  const bool plus = digits.starts_with('+') && !digits.starts_with("+-");
+  const char* const end = digits.data() + digits.size();
+  double value = 0;
+  const auto read = std::from_chars(digits.data() + (plus ? 1 : 0), end, value);
+  if (read.ec != std::errc{} || read.ptr != end) return std::nullopt;
+  return value;
+}
+
+}  // namespace fiar

@@ -1,0 +1,167 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/file_resources.h"
+#include "platform/platform.h"
+
+namespace fiar::test {
+
+/// Tells the time that the test sets.
+class FakeClock final : public Clock {
+public:
+  double seconds = 43200;
+  DateTime date{2026, 3, 14, 12, 0, 0};
+
+  double timer() const override { return seconds; }
+  DateTime now() const override { return date; }
+  /// Moves the timer on; it starts again at midnight.
+  void advance(double by) { seconds = std::fmod(seconds + by, 86400.0); }
+};
+
+/// Numbers with a separator of the test's choice, dates as dd.mm.yyyy hh:mm:ss.
+class FakeRegionalFormat final : public RegionalFormat {
+public:
+  char16_t separator = u'.';
+
+  char16_t decimalSeparator() const override { return separator; }
+  Text dateTimeText(const DateTime& when) const override {
+    const auto digits = [](int value) {
+      const std::string plain = std::to_string(value);
+      return fromUtf8(plain.size() < 2 ? "0" + plain : plain);
+    };
+    return digits(when.day) + u"." + digits(when.month) + u"." + digits(when.year) + u" " +
+           digits(when.hour) + u":" + digits(when.minute) + u":" + digits(when.second);
+  }
+};
+
+/// Gives the numbers of a script and then `afterwards` for ever.
+class FakeRandom final : public RandomGenerator {
+public:
+  std::deque<double> script;
+  double afterwards = 0;
+  std::vector<double> seeds;  ///< all seeds so far, in order
+  int drawn = 0;              ///< how many numbers were asked for
+
+  void seed(double value) override { seeds.push_back(value); }
+  double next() override {
+    ++drawn;
+    if (script.empty()) return afterwards;
+    const double value = script.front();
+    script.pop_front();
+    return value;
+  }
+};
+
+/// The resources that the test names; with `loadRealOnes`, what the program ships where the test names none.
+class FakeResources final : public Resources {
+public:
+  std::map<unsigned, std::string> numbered;
+  std::map<Text, std::string> named;  ///< names in capitals
+  bool loadRealOnes = false;
+
+  std::optional<std::string> custom(unsigned number) const override {
+    if (const auto found = numbered.find(number); found != numbered.end()) return found->second;
+    return loadRealOnes ? files_.custom(number) : std::nullopt;
+  }
+  std::optional<std::string> custom(TextView name) const override {
+    if (const auto found = named.find(toUpper(name)); found != named.end()) return found->second;
+    return loadRealOnes ? files_.custom(name) : std::nullopt;
+  }
+
+private:
+  FileResources files_{FIAR_RESOURCE_DIR};
+};
+
+/// Writes down what it is asked to play.
+class RecordingSound final : public SoundPlayer {
+public:
+  /// One call: the image that was to be played; none for stop().
+  std::vector<std::optional<std::string>> calls;
+
+  void stop() override { calls.emplace_back(std::nullopt); }
+  void play(const std::string& waveImage) override { calls.emplace_back(waveImage); }
+};
+
+/// Lets the fake clock pass the time that the program waits, and lets the test act in between.
+class FakeEvents final : public PendingEvents {
+public:
+  explicit FakeEvents(FakeClock& clock) : clock_(clock) {}
+
+  int processed = 0;               ///< how often events were delivered, waits included
+  std::vector<double> waits;       ///< the seconds of each wait, in order
+  std::function<void()> onEvents;  ///< what happens whenever events are delivered
+  double longestWait = 86400;      ///< an "event" ends a longer wait after this many seconds
+
+  void process() override {
+    ++processed;
+    if (onEvents) onEvents();
+  }
+  void waitAndProcess(double seconds) override {
+    waits.push_back(seconds);
+    clock_.advance(std::min(seconds, longestWait));
+    process();
+  }
+
+private:
+  FakeClock& clock_;
+};
+
+/// A process environment made of what the test says.
+class FakeEnvironment final : public Environment {
+public:
+  std::map<Text, Text> variables;
+  Text folder = u"C:\\Games\\Five";
+  bool otherInstance = false;
+
+  Text variable(TextView name) const override {
+    const auto found = variables.find(Text(name));
+    return found == variables.end() ? Text() : found->second;
+  }
+  Text programFolder() const override { return folder; }
+  bool otherInstanceRunning() const override { return otherInstance; }
+};
+
+/// Writes down the connect texts; fails on demand.
+class RecordingDatabase final : public Database {
+public:
+  std::vector<Text> connectTexts;
+  bool fails = false;
+
+  void open(TextView connectText) override {
+    connectTexts.emplace_back(connectText);
+    if (fails) throw std::runtime_error("no database here");
+  }
+};
+
+/// A machine that does what the test says. `platform` refers to the other members.
+struct FakePlatform {
+  FakeClock clock;
+  CodePage codePage{windows1252Characters()};
+  FakeRegionalFormat regional;
+  FakeEnvironment environment;
+  FakeResources resources;
+  FakeRandom random;
+  RecordingSound sound;
+  FakeEvents events{clock};
+  RecordingDatabase database;
+  Platform platform{clock, codePage, regional, environment, resources, random, sound, events, database};
+
+  FakePlatform() = default;
+  FakePlatform(const FakePlatform&) = delete;
+  FakePlatform& operator=(const FakePlatform&) = delete;
+  FakePlatform(FakePlatform&&) = delete;
+  FakePlatform& operator=(FakePlatform&&) = delete;
+  ~FakePlatform() = default;
+};
+
+}  // namespace fiar::test
