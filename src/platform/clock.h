@@ -6,7 +6,7 @@ namespace fiar {
 
 /// The time of day.
 class Clock {
- public:
+public:
   virtual ~Clock() = default;
 
   /// Seconds since local midnight, 0 <= t < 86400, with the system's resolution.

@@ -11,12 +11,12 @@ namespace fiar {
 
 /// The one-byte character set through which text becomes bytes and bytes become text, one byte a character.
 class CodePage {
- public:
+public:
   /// \param characters the character of each byte value; where one stands twice, the lower byte is its code.
   explicit CodePage(const std::array<char16_t, 256>& characters);
 
-  /// The system's ANSI code page, read once (Windows-1252 where the system has no such thing). Every byte has a
-  /// character of its own, so bytes survive the way to text and back.
+  /// The system's ANSI code page, read once (Windows-1252 where the system has no such thing). Every byte has
+  /// a character of its own, so bytes survive the way to text and back.
   static const CodePage& system();
 
   /// The character of a byte.
@@ -29,7 +29,7 @@ class CodePage {
   /// One byte a character, NUL included.
   std::string encode(TextView text) const;
 
- private:
+private:
   std::array<char16_t, 256> characters_;
   std::array<std::uint8_t, 65536> bytes_;
 };

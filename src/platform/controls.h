@@ -26,8 +26,8 @@ struct PictureRef {
   bool operator==(const PictureRef&) const = default;
 };
 
-/// What all controls have: the properties that a form designer sets. Positions and sizes are in twips, relative
-/// to the container.
+/// What all controls have: the properties that a form designer sets. Positions and sizes are in twips,
+/// relative to the container.
 struct Control {
   double Left = 0;
   double Top = 0;
@@ -62,7 +62,7 @@ struct CheckBox : Control {
 
 /// A drop-down list without typing.
 class ComboBox : public Control {
- public:
+public:
   FontSpec Font;
   std::function<void()> Click;  ///< raised by every change of the selection, by the user or by code
 
@@ -75,7 +75,7 @@ class ComboBox : public Control {
   /// ignored.
   void setListIndex(int index);
 
- private:
+private:
   std::vector<Text> items_;
   int listIndex_ = -1;
 };

@@ -6,7 +6,7 @@ namespace fiar {
 
 /// The optional database connection. The game never uses it.
 class Database {
- public:
+public:
   virtual ~Database() = default;
 
   /// Opens the connection that the connect text describes; throws std::exception when it cannot.

@@ -6,7 +6,7 @@ namespace fiar {
 
 /// What the program is told about its process.
 class Environment {
- public:
+public:
   virtual ~Environment() = default;
 
   /// The environment variable of that name; empty when it is unset or cannot be read.

@@ -11,16 +11,18 @@ namespace fiar {
 /// Any control that can be seen.
 using ControlRef = std::variant<PictureBox*, Label*, ComboBox*, CommandButton*, CheckBox*>;
 
-/// A window as data. The host that shows it builds real windows from the controls, turns what the user does into
-/// their events, and after each event brings the windows in line with the objects.
+/// A window as data. The host that shows it builds real windows from the controls, turns what the user does
+/// into their events, and after each event brings the windows in line with the objects.
 struct Form {
   Text Caption;
   double Width = 0;  ///< client area in twips; never changes, however large the window is shown
   double Height = 0;
   Color BackColor = kWhite;
   PictureRef Icon;
-  std::vector<ControlRef> controls;  ///< all of them, containers before their contents, in tab order; not owned
-  std::vector<Timer*> timers;        ///< not owned
+  std::vector<ControlRef>
+      controls;                ///< all of them, containers before their contents, in tab order; not owned
+  std::vector<Timer*> timers;  ///< not owned
+  std::function<void()> Load;  ///< raised once, before the window is seen
 };
 
 }  // namespace fiar

@@ -4,7 +4,7 @@ namespace fiar {
 
 /// What happened outside while a handler was running: input, timers, sockets.
 class PendingEvents {
- public:
+public:
   virtual ~PendingEvents() = default;
 
   /// Delivers every event that is waiting and returns at once.

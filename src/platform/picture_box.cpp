@@ -9,7 +9,9 @@ constexpr float kTwipsPerPoint = 20;
 // Distance between the lines of a text, as a multiple of the font's size.
 constexpr float kLineSpacing = 1.2F;
 
-std::uint16_t lineWidth(int drawWidth) { return static_cast<std::uint16_t>(std::clamp(drawWidth, 1, 1000)); }
+std::uint16_t lineWidth(int drawWidth) {
+  return static_cast<std::uint16_t>(std::clamp(drawWidth, 1, 1000));
+}
 
 }  // namespace
 

@@ -15,7 +15,7 @@ enum class FillStyle : int { Solid = 0, Transparent = 1 };
 /// A surface to draw on. Drawing appends commands to a list; showing the list is the host's business, so a
 /// drawing operation costs next to nothing and can be repeated at every tick. All coordinates are in twips.
 class PictureBox : public Control {
- public:
+public:
   Color BackColor = kWhite;
   Color ForeColor = kBlack;  ///< of printed text
   FontSpec Font{u"Arial", 8.25, false};
@@ -37,8 +37,8 @@ class PictureBox : public Control {
   void Cls();
   /// A straight line in DrawWidth.
   void Line(float x1, float y1, float x2, float y2, Color color);
-  /// A circle about (x, y): its rim in `color` and DrawWidth, its inside by FillStyle and FillColor. A radius of
-  /// 0 or less draws nothing.
+  /// A circle about (x, y): its rim in `color` and DrawWidth, its inside by FillStyle and FillColor. A radius
+  /// of 0 or less draws nothing.
   void Circle(float x, float y, float radius, Color color);
   /// Prints a line of text at (CurrentX, CurrentY) and moves on to the start of the next line.
   void Print(TextView text);
@@ -46,7 +46,7 @@ class PictureBox : public Control {
   /// What has been drawn since the last Cls.
   const DrawingList& drawing() const { return drawing_; }
 
- private:
+private:
   DrawingList drawing_;
 };
 

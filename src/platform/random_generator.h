@@ -6,7 +6,7 @@ namespace fiar {
 
 /// A seedable source of uniform random numbers.
 class RandomGenerator {
- public:
+public:
   virtual ~RandomGenerator() = default;
 
   /// Starts a new sequence; the same seed gives the same sequence.
@@ -17,11 +17,11 @@ class RandomGenerator {
 
 /// The program's generator: a Mersenne Twister.
 class MersenneTwister final : public RandomGenerator {
- public:
+public:
   void seed(double value) override;
   double next() override;
 
- private:
+private:
   std::mt19937_64 engine_;
 };
 

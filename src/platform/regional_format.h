@@ -9,10 +9,10 @@
 
 namespace fiar {
 
-/// How numbers and dates are written on this machine: the user's regional format on Windows, the locale of the
-/// environment on Linux.
+/// How numbers and dates are written on this machine: the user's regional format on Windows, the locale of
+/// the environment on Linux.
 class RegionalFormat {
- public:
+public:
   /// The most characters that a number takes.
   static constexpr std::size_t kMaxNumberLength = 32;
 
@@ -23,13 +23,15 @@ class RegionalFormat {
   /// Date and time in the user's short form.
   virtual Text dateTimeText(const DateTime& when) const = 0;
 
-  /// The shortest decimal text of at most 15 significant digits; whole numbers below 1E15 have no decimal point,
-  /// no grouping, and a sign only when negative. What is no finite number gives "inf", "-inf" or "nan".
+  /// The shortest decimal text of at most 15 significant digits; whole numbers below 1E15 have no decimal
+  /// point, no grouping, and a sign only when negative. What is no finite number gives "inf", "-inf" or
+  /// "nan".
   Text numberText(double value) const;
   /// The same, written into `buffer` without allocating; returns the part of it that was used.
   TextView numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const;
-  /// The number that a text stands for: spaces around it are skipped and the text ends at its first NUL. Absent
-  /// when anything else stands in it (grouping included), there is no digit, or a double cannot hold it.
+  /// The number that a text stands for: spaces around it are skipped and the text ends at its first NUL.
+  /// Absent when anything else stands in it (grouping included), there is no digit, or a double cannot hold
+  /// it.
   std::optional<double> number(TextView text) const;
 };
 

@@ -9,7 +9,7 @@ namespace fiar {
 
 /// The data embedded in the program, resource type "custom" (types and names ignore letter case).
 class Resources {
- public:
+public:
   virtual ~Resources() = default;
 
   /// All bytes of the resource with this number; absent when there is none.

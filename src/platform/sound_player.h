@@ -6,7 +6,7 @@ namespace fiar {
 
 /// Plays one sound at a time in the background. Failures (no device, a bad image) are silent.
 class SoundPlayer {
- public:
+public:
   virtual ~SoundPlayer() = default;
 
   /// Silences what is playing; nothing happens when nothing is.
