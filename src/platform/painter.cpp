@@ -21,15 +21,20 @@ struct Point {
 // Beyond this a coordinate is as good as infinite, and whole numbers still have room to be reckoned with.
 constexpr double kFarAway = 1e6;
 // The weights of a blend run from 0, all below, to this, all above.
-constexpr double kFullWeight = 256;
+constexpr int kFullWeight = 256;
 
 std::uint32_t pixelOf(Color color) {
   return (std::uint32_t{redOf(color)} << 16) | (std::uint32_t{greenOf(color)} << 8) | blueOf(color);
 }
 
-/// Rounds down and stays within [0, limit], whatever the value.
+/// The number of [0, limit] that is nearest to the value; 0 for one that is not a number.
+double within(double value, double limit) {
+  return std::min(std::max(0.0, value), limit);
+}
+
+/// Rounds down and stays within [0, limit].
 int floorWithin(double value, int limit) {
-  return static_cast<int>(std::clamp(value, 0.0, static_cast<double>(limit)));
+  return static_cast<int>(within(value, limit));
 }
 
 /// The pixels of a row whose centres lie less than `reach` from `middle`. Whatever the numbers, the span of a
@@ -38,11 +43,12 @@ Span centredSpan(double middle, double reach, int limit) {
   return {floorWithin(middle - reach + 0.5, limit), floorWithin(middle + reach + 0.5, limit)};
 }
 
-/// Mixes two pixels: red and blue in one multiplication, green in another.
+/// Mixes two pixels: red and blue in one multiplication, green in another. Plain, without gamma correction,
+/// which would make dark rims look thin and ragged on the light board.
 std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t weight) {
   constexpr std::uint32_t kRedBlue = 0x00FF00FF;
   constexpr std::uint32_t kGreenOnly = 0x0000FF00;
-  const std::uint32_t rest = 256 - weight;
+  const std::uint32_t rest = kFullWeight - weight;
   const std::uint32_t redBlue = (under & kRedBlue) * rest + (over & kRedBlue) * weight + 0x00800080;
   const std::uint32_t green = (under & kGreenOnly) * rest + (over & kGreenOnly) * weight + 0x00008000;
   return ((redBlue >> 8) & kRedBlue) | ((green >> 8) & kGreenOnly);
@@ -50,7 +56,7 @@ std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t weight)
 
 /// A weight to blend with; anything outside its range counts as the nearest end of it.
 std::uint32_t toWeight(double weight) {
-  return static_cast<std::uint32_t>(static_cast<int>(std::clamp(weight, 0.0, kFullWeight)));
+  return static_cast<std::uint32_t>(static_cast<int>(within(weight, kFullWeight)));
 }
 
 void fillSpan(std::uint32_t* row, int begin, int end, std::uint32_t pixel) {

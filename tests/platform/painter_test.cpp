@@ -1,0 +1,245 @@
+#include "platform/painter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+#include "platform/picture_box.h"
+
+namespace fiar {
+namespace {
+
+constexpr std::uint32_t kCanary = 0xDEADBEEF;
+constexpr PaintScale kPixels = {.pixelsPerTwip = 1, .pixelsPerDrawWidth = 1};
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr float kHuge = std::numeric_limits<float>::max();
+
+/// A bitmap whose rows are longer than the picture, with room around it that must stay as it is.
+class Canvas {
+public:
+  Canvas(int width, int height)
+      : stride_(width + 2 * kMargin),
+        pixels_(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height + 2 * kMargin), kCanary),
+        view_{&pixels_[kMargin * (static_cast<std::size_t>(stride_) + 1)], width, height, stride_} {}
+
+  Canvas& paint(const PictureBox& box, const PaintScale& scale = kPixels, const TextDrawer& drawText = {}) {
+    fiar::paint(box.drawing(), box.BackColor, scale, view_, drawText);
+    return *this;
+  }
+
+  std::uint32_t at(int x, int y) const { return view_.row(y)[x]; }
+
+  bool isWhole() const {
+    const auto inside = static_cast<std::ptrdiff_t>(view_.width) * view_.height;
+    return std::count(pixels_.begin(), pixels_.end(), kCanary) == std::ssize(pixels_) - inside;
+  }
+
+  /// The sum of the pixels' red, in whole pixels of full red.
+  double redArea() const {
+    double sum = 0;
+    for (int y = 0; y < view_.height; ++y) {
+      for (int x = 0; x < view_.width; ++x) sum += static_cast<double>((at(x, y) >> 16) & 0xFF) / 255;
+    }
+    return sum;
+  }
+
+private:
+  static constexpr int kMargin = 3;
+  int stride_;
+  std::vector<std::uint32_t> pixels_;
+  BitmapView view_;
+};
+
+PictureBox boxWith(int drawWidth, FillStyle style = FillStyle::Transparent, Color fill = kBlack) {
+  PictureBox box;
+  box.BackColor = kBlack;
+  box.DrawWidth = drawWidth;
+  box.FillStyle = style;
+  box.FillColor = fill;
+  return box;
+}
+
+TEST(Painter, CirclesCoverTheirExactArea) {
+  struct Case {
+    float x, y, radius;
+    int width;
+  };
+  for (const auto& [x, y, radius, width] : {Case{50, 50, 20, 2},
+                                            {50.5F, 50.5F, 20, 3},
+                                            {50.3F, 49.8F, 9.96F, 2},
+                                            {51.1F, 50.7F, 2.3F, 1},
+                                            {50.2F, 50.9F, 1.1F, 4}}) {
+    SCOPED_TRACE(radius);
+    const double outer = radius + width / 2.0;
+    const double inner = std::max(0.0, radius - width / 2.0);
+    for (const bool filled : {true, false}) {
+      PictureBox box = boxWith(width, filled ? FillStyle::Solid : FillStyle::Transparent, 0xFF);
+      box.Circle(x, y, radius, 0xFF);
+      const double area = std::numbers::pi * (outer * outer - (filled ? 0 : inner * inner));
+      EXPECT_NEAR(Canvas(100, 100).paint(box).redArea(), area, 0.01 * area + 0.1) << filled;
+    }
+  }
+}
+
+TEST(Painter, CirclesAreSymmetricalWithNoSeamAndNoStray) {
+  constexpr int kSize = 64;
+  constexpr float kMiddle = kSize / 2.0F;
+  for (const float radius : {19.92F, 9.96F, 4.5F}) {
+    struct Zone {
+      double from, to;
+      std::uint32_t mask, expected;
+    };
+    // Green is the background: none of it inside, nothing else outside.
+    const std::vector<Zone> zones = {{0, radius + 0.4, 0x00FF00, 0},
+                                     {0, radius - 1.6, 0xFFFFFF, 0x0000FF},
+                                     {radius - 0.4, radius + 0.4, 0xFFFFFF, 0xFF0000},
+                                     {radius + 1.6, 2 * kSize, 0xFFFFFF, 0x00FF00}};
+    PictureBox box = boxWith(2, FillStyle::Solid, 0xFF0000);
+    box.BackColor = kGreen;
+    box.Circle(kMiddle, kMiddle, radius, 0x0000FF);
+    Canvas canvas(kSize, kSize);
+    canvas.paint(box);
+    for (int y = 0; y < kSize; ++y) {
+      for (int x = 0; x < kSize; ++x) {
+        const std::uint32_t pixel = canvas.at(x, y);
+        ASSERT_EQ(pixel, canvas.at(kSize - 1 - x, y));
+        ASSERT_EQ(pixel, canvas.at(y, x));
+        const double distance = std::hypot(x + 0.5 - kMiddle, y + 0.5 - kMiddle);
+        for (const auto& [from, to, mask, expected] : zones) {
+          if (distance >= from && distance < to) {
+            ASSERT_EQ(pixel & mask, expected) << x << ' ' << y;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(Painter, GridLinesAreAlikeAtEveryScaleAndSeenInFullAtTheEdges) {
+  constexpr float kSide = 9960;
+  struct Case {
+    double scale;
+    int lineWidth;
+  };
+  for (const auto& [scale, lineWidth] :
+       {Case{1, 2}, {1.25, 3}, {1.5, 3}, {2, 4}, {3, 6}, {0.3, 1}, {1.137, 2}, {0.01, 1}}) {
+    for (const int cells : {10, 15, 20, 30}) {
+      SCOPED_TRACE(testing::Message() << scale << " x, cells " << cells);
+      PictureBox box = boxWith(2);
+      for (int i = 0; i <= cells; ++i) {
+        const float at = kSide * static_cast<float>(i) / static_cast<float>(cells);
+        box.Line(at, 0, at, kSide, kWhite);
+        box.Line(0, at, kSide, at, kWhite);
+      }
+      const int pixels = static_cast<int>(std::lround(kSide / 15 * scale));
+      Canvas canvas(pixels, pixels);
+      canvas.paint(box, {.pixelsPerTwip = scale / 15, .pixelsPerDrawWidth = scale});
+      ASSERT_TRUE(canvas.isWhole());
+      ASSERT_EQ(canvas.at(0, 0) & canvas.at(pixels - 1, 0) & canvas.at(pixels - 1, pixels - 1), 0xFFFFFFU);
+      if (pixels < cells * 4) continue;  // too small for gaps between the lines
+
+      // A row between two lines crosses all the others: their first pixels and widths tell everything.
+      const int between = lineWidth;
+      std::vector<int> starts;
+      for (int x = 0; x < pixels; ++x) {
+        ASSERT_EQ(canvas.at(x, between), canvas.at(between, x)) << x;
+        const bool lit = canvas.at(x, between) != 0;
+        if (lit && (x == 0 || canvas.at(x - 1, between) == 0)) starts.push_back(x);
+        ASSERT_EQ(lit, !starts.empty() && x < starts.back() + lineWidth) << x;
+      }
+      ASSERT_EQ(std::ssize(starts), cells + 1);
+      EXPECT_EQ(starts.front(), 0);
+      EXPECT_EQ(starts.back(), pixels - lineWidth);
+      for (int i = 1; i < cells; ++i) {
+        EXPECT_NEAR(starts[static_cast<std::size_t>(i)] + lineWidth / 2.0, kSide / 15 * scale * i / cells,
+                    0.501)
+            << i;
+      }
+    }
+  }
+}
+
+TEST(Painter, SlantedLinesCoverTheirLengthTimesWidthInEitherDirection) {
+  struct Case {
+    float x1, y1, x2, y2;
+  };
+  for (const auto& [x1, y1, x2, y2] :
+       {Case{20, 20, 80, 60}, {80, 21, 20, 22}, {50, 10, 51.5F, 90}, {30, 80, 70, 40}}) {
+    PictureBox box = boxWith(3);
+    box.Line(x1, y1, x2, y2, 0xFF);
+    PictureBox reversed = boxWith(3);
+    reversed.Line(x2, y2, x1, y1, 0xFF);
+    const double area = 3 * std::hypot(x2 - x1, y2 - y1) + std::numbers::pi * 1.5 * 1.5;
+    EXPECT_NEAR(Canvas(100, 100).paint(box).redArea(), area, 0.02 * area);
+    EXPECT_NEAR(Canvas(100, 100).paint(reversed).redArea(), area, 0.02 * area);
+  }
+}
+
+TEST(Painter, WhateverTheCoordinatesNothingIsWrittenOutsideTheBitmap) {
+  const std::vector<float> values = {-kHuge, -1e9F, -7,    0,         12.5F,      25,
+                                     40,     1e9F,  kHuge, kInfinity, -kInfinity, kNaN};
+  PictureBox box = boxWith(5, FillStyle::Solid, 0xFF);
+  for (const float a : values) {
+    for (const float b : values) {
+      for (const float c : {-3.0F, 0.01F, 30.0F, 1e9F, kHuge, kInfinity, kNaN}) {
+        box.Circle(a, b, c, kWhite);
+        box.Line(a, b, c, a, kWhite);
+        box.Line(a, b, a, c, kWhite);
+        box.Line(a, b, b, c, kWhite);
+      }
+      box.CurrentX = a;
+      box.CurrentY = b;
+      box.Print(u"text");
+    }
+  }
+  const TextDrawer near = [](const BitmapView& target, TextView, int x, int y, Color) {
+    EXPECT_LT(x, target.width);
+    EXPECT_LT(y, target.height);
+  };
+  for (const double scale : {1.0, 1e-9, 9e5, 0.0, -1.0, HUGE_VAL, std::nan("")}) {
+    for (const auto& [width, height] : {std::pair{25, 25}, {1, 40}, {40, 1}}) {
+      EXPECT_TRUE(Canvas(width, height).paint(box, {scale, scale}, near).isWhole()) << scale;
+    }
+  }
+  paint(box.drawing(), kWhite, kPixels, BitmapView{}, {});
+}
+
+TEST(Painter, ShowsWhatReachesThePictureFromOutsideAndLeavesOutWhatIsNotANumber) {
+  PictureBox box = boxWith(1, FillStyle::Solid, 0xFF);
+  box.Circle(kNaN, 10, 5, 0xFF);
+  box.Circle(10, 10, kInfinity, 0xFF);
+  box.Line(0, 0, kNaN, 20, 0xFF);
+  box.Line(-kInfinity, 3, 20, 3, 0xFF);
+  EXPECT_EQ(Canvas(20, 20).paint(box).redArea(), 0);
+  box.Line(-kHuge, 3, kHuge, 3, 0xFF);
+  EXPECT_EQ(Canvas(20, 20).paint(box).redArea(), 20);
+  box.Circle(-1e6F, 10, 2e6F, 0xFF);
+  EXPECT_EQ(Canvas(20, 20).paint(box).redArea(), 400);
+}
+
+TEST(Painter, HandsTextOverAtItsPixelOnTopOfWhatWasDrawnBefore) {
+  PictureBox box = boxWith(2, FillStyle::Solid, 0xFF);
+  box.ForeColor = 0x123456;
+  box.Circle(20, 20, 10, 0xFF);
+  box.CurrentX = 40;
+  box.CurrentY = 41;
+  box.Print(u"five");
+  int calls = 0;
+  const TextDrawer drawText = [&](const BitmapView& target, TextView text, int x, int y, Color color) {
+    ++calls;
+    EXPECT_EQ(text, u"five");
+    EXPECT_EQ(std::pair(x, y), std::pair(20, 21));
+    EXPECT_EQ(color, 0x123456U);
+    EXPECT_EQ(target.row(10)[10], 0xFF0000U);
+  };
+  Canvas(60, 60).paint(box, {.pixelsPerTwip = 0.5, .pixelsPerDrawWidth = 1}, drawText);
+  EXPECT_EQ(calls, 1);
+}
+
+}  // namespace
+}  // namespace fiar
