@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "board/board.h"
+#include "platform/regional_format.h"
+#include "toolkit/variable_store.h"
+
+namespace fiar {
+
+/// The largest board that can be evaluated, in cells a side.
+inline constexpr int kLargestBoard = 30;
+
+/// The weights of all patterns, mirrored from the variable store so that an evaluation builds no text. An
+/// entry that is missing, empty or no number weighs 0.
+class PatternWeights {
+public:
+  /// Refers to both, which outlive it. Nothing is read before refresh().
+  PatternWeights(const VariableStore& variables, const RegionalFormat& regional)
+      : variables_(variables), regional_(regional) {}
+
+  /// Reads all weights again if any entry of the store has changed since the last time.
+  void refresh();
+
+  /// The nine cells of a line about a candidate make a window: bit 0 is the cell 4 places before it, bit 4
+  /// the candidate itself (always 0), bit 8 the cell 4 places after it.
+  ///
+  ///     bit    0  1  2  3  4  5  6  7  8
+  ///     cell  -4 -3 -2 -1  P +1 +2 +3 +4
+  ///
+  /// The weight of the window's stones read along the line.
+  double forward(std::uint64_t window) const { return forward_[window]; }
+  /// The weight of the same stones read from the line's other end.
+  double backward(std::uint64_t window) const { return backward_[window]; }
+
+private:
+  using Table = std::array<double, 512>;
+
+  const VariableStore& variables_;
+  const RegionalFormat& regional_;
+  bool read_ = false;
+  std::uint64_t revision_ = 0;  ///< of the store when it was last read
+  Table forward_{};
+  Table backward_{};
+};
+
+/// Scores every empty cell for one side (1 or 2; any other sees the stones of 1 as its own and takes no
+/// pattern with a stone of 2 in it) and adds the scores to `attackWeights` when it is the side on move,
+/// otherwise to `defenceWeights`. A cell where a side completes five gets a marker in `attackWeights`. The
+/// grids must have the board's size, which is at most kLargestBoard (std::length_error beyond); they are not
+/// cleared.
+void CalcUtezi2(double side, Board& board, PatternWeights& weights);
+
+}  // namespace fiar

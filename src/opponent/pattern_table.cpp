@@ -1,0 +1,101 @@
+#include "opponent/pattern_table.h"
+
+#include <array>
+#include <string>
+
+#include "toolkit/clsZantorBas.h"
+#include "toolkit/clsZantorFile.h"
+
+namespace fiar {
+namespace {
+
+constexpr TextView kLineEnd = u"\r\n";
+constexpr TextView kComma = u",";
+constexpr TextView kTableFile = u"spremenljivka.txt";
+constexpr std::int16_t kAppendText = 0;
+
+// What a stone adds by its place before the cell, from the farthest to the nearest.
+constexpr std::array kWeightByPlace{1, 5, 10, 30};
+
+struct RunBonus {
+  TextView pattern;
+  int bonus;
+};
+
+// What stones that touch the cell in an unbroken run add.
+constexpr std::array kRunBonuses{
+    RunBonus{u"P1", 50},         RunBonus{u"1P", 50},         RunBonus{u"P11", 100},
+    RunBonus{u"1P1", 100},       RunBonus{u"11P", 100},       RunBonus{u"P111", 1000},
+    RunBonus{u"1P11", 1000},     RunBonus{u"11P1", 1000},     RunBonus{u"111P", 1000},
+    RunBonus{u"P1111", 1000000}, RunBonus{u"1P111", 1000000}, RunBonus{u"11P11", 1000000},
+    RunBonus{u"111P1", 1000000}, RunBonus{u"1111P", 1000000},
+};
+
+constexpr std::size_t kSideLength = kWeightByPlace.size();
+
+Text keyOf(TextView digits) {
+  return Text(digits.substr(0, kSideLength)) + u'P' + Text(digits.substr(kSideLength));
+}
+
+int weightOf(TextView key) {
+  int weight = 0;
+  for (std::size_t place = 0; place < kSideLength; ++place) {
+    if (key[place] == u'1') weight += kWeightByPlace[place];
+    if (key[key.size() - 1 - place] == u'1') weight += kWeightByPlace[place];
+  }
+  for (const RunBonus& run : kRunBonuses) {
+    if (key.find(run.pattern) != TextView::npos) weight += run.bonus;
+  }
+  return weight;
+}
+
+/// Takes the text up to a separator off the front of `rest`; all of it where there is none.
+TextView takePiece(TextView& rest, TextView separator) {
+  const std::size_t end = rest.find(separator);
+  const TextView piece = rest.substr(0, end);
+  rest.remove_prefix(end == TextView::npos ? rest.size() : end + separator.size());
+  return piece;
+}
+
+void loadLine(TextView line, Toolkit& toolkit) {
+  if (line.find(kComma) == TextView::npos) throw PatternTableError("a line has no comma: " + toUtf8(line));
+  TextView rest = line;
+  const TextView key = takePiece(rest, kComma);
+  const auto weight = toolkit.platform().regional.number(takePiece(rest, kComma));
+  if (!weight) throw PatternTableError("a weight is no number: " + toUtf8(line));
+  toolkit.variables().setVar(key, *weight);
+}
+
+}  // namespace
+
+PatternTableError::PatternTableError(const std::string& reason)
+    : std::runtime_error("Resource " + std::to_string(kPatternTableResource) +
+                         " (the pattern table): " + reason) {}
+
+Text patternKey(int n) {
+  Text digits;
+  for (int bit = 0x80; bit != 0; bit >>= 1) digits += (n & bit) != 0 ? u'1' : u'0';
+  return keyOf(digits);
+}
+
+void loadPatternTable(std::string_view bytes, Toolkit& toolkit) {
+  const Text table = toolkit.platform().codePage.decode(bytes);
+  TextView rest = table;
+  // A line end at the very end is followed by one more, empty line.
+  bool more = true;
+  while (more) {
+    more = rest.find(kLineEnd) != TextView::npos;
+    loadLine(takePiece(rest, kLineEnd), toolkit);
+  }
+}
+
+void genUtezi(Toolkit& toolkit) {
+  const Text fileName = toolkit.values().applicationFolder + Text(kTableFile);
+  for (int n = 0; n < kPatternCount; ++n) {
+    const Text key = keyOf(clsZantorBas::dec2bin(n, true));
+    const Text weight = toolkit.platform().regional.numberText(weightOf(key));
+    toolkit.file().AppendToFile(fileName, key + u',' + weight, kAppendText);
+  }
+}
+
+}  // namespace fiar
