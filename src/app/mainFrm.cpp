@@ -1,0 +1,219 @@
+#include "app/mainFrm.h"
+
+#include <algorithm>
+
+#include "board/victory.h"
+#include "opponent/move_choice.h"
+#include "opponent/pattern_table.h"
+#include "opponent/weight_overlay.h"
+#include "toolkit/clsZantorBas.h"
+
+namespace fiar {
+namespace {
+
+constexpr std::array<double, 4> kBoardSizes{10, 15, 20, 30};
+constexpr double kFirstSize = 15;
+constexpr int kFirstSizeIndex = 1;
+// The width of the board's lines once the window has been loaded.
+constexpr int kBoardDrawWidth = 2;
+
+/// The cell that a pointer position lies in; the first one before any grid has been drawn.
+double cellAt(float position, double cellSize) {
+  const std::int32_t size = roundToEven(cellSize);
+  return size <= 0 ? 0.0 : roundToEven(static_cast<double>(position)) / size;
+}
+
+}  // namespace
+
+mainFrm::mainFrm(const Platform& platform, Toolkit& toolkit)
+    : platform_(platform), toolkit_(toolkit), patternWeights_(toolkit.variables(), platform.regional) {
+  designControls();
+  connectEvents();
+}
+
+void mainFrm::connectEvents() {
+  form.Load = [this] { Form_Load(); };
+  Timer1.Tick = [this] { Timer1_Timer(); };
+  Command1.Click = [this] { Command1_Click(); };
+  Combo1.Click = [this] { Combo1_Click(); };
+  Check1.Click = [this] { Check1_Click(); };
+  boardPic.MouseMove = [this](int, int, float X, float Y) { boardPic_MouseMove(X, Y); };
+  boardPic.MouseUp = [this](int button, int shift, float, float) { boardPic_MouseUp(button, shift); };
+}
+
+void mainFrm::Form_Load() {
+  readUtezi();
+  game.lastMoveTime = platform_.clock.timer();
+  game.firstMoveFlag = true;
+  game.soundOn = true;
+  for (const TextView item : {u"10 x 10", u"15 x 15", u"20 x 20", u"30 x 30"}) Combo1.AddItem(item);
+  // Raises Combo1_Click and with it a whole new game; what follows ends that game but keeps whose turn it is
+  // to open the next.
+  Combo1.setListIndex(kFirstSizeIndex);
+  game.boardCols = kFirstSize;
+  game.boardRows = kFirstSize;
+  game.board.reset(static_cast<int>(kFirstSize), static_cast<int>(kFirstSize));
+  resetGrid(game, game.winMarks);
+  resetGrid(game, game.attackWeights);
+  resetGrid(game, game.defenceWeights);
+  game.player = kNobody;
+  drawGrid();
+  boardPic.DrawWidth = kBoardDrawWidth;
+}
+
+void mainFrm::readUtezi() {
+  const auto table = platform_.resources.custom(kPatternTableResource);
+  if (!table) throw PatternTableError("it is missing");
+  loadPatternTable(*table, toolkit_);
+  tapSound = platform_.resources.custom(u"WAVTAP").value_or("");
+  errorSound = platform_.resources.custom(u"WAVERR").value_or("");
+}
+
+void mainFrm::Command1_Click() {
+  game.lastMoveTime = platform_.clock.timer();
+  game.firstMoveFlag = !game.firstMoveFlag;
+  game.player = game.firstMoveFlag ? kHuman : kComputer;
+  resetGrid(game, game.board);
+  resetGrid(game, game.winMarks);
+  resetGrid(game, game.spareGrid);
+  resetGrid(game, game.attackWeights);
+  resetGrid(game, game.defenceWeights);
+  Command1.Visible = false;
+}
+
+void mainFrm::Combo1_Click() {
+  const int index = Combo1.ListIndex();
+  if (index >= 0 && index < static_cast<int>(kBoardSizes.size())) {
+    game.boardCols = kBoardSizes[static_cast<std::size_t>(index)];
+    game.boardRows = game.boardCols;
+  }
+  Command1_Click();
+}
+
+void mainFrm::Check1_Click() {
+  game.soundOn = clsZantorBas::GetTF(platform_.regional.numberText(Check1.Value));
+}
+
+void mainFrm::Timer1_Timer() {
+  printDiagnostics();
+  redraw();
+  if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();
+  if (game.player == kNobody && !Command1.Visible) Command1.Visible = true;
+  if (game.player == kComputer) playComputersTurn();
+}
+
+void mainFrm::printDiagnostics() {
+  debugPic.Cls();
+  const auto print = [this](TextView name, double value) {
+    // A text in place: a tick allocates nothing.
+    std::array<char16_t, 2 * RegionalFormat::kMaxNumberLength> line{};
+    std::array<char16_t, RegionalFormat::kMaxNumberLength> number{};
+    const TextView text = platform_.regional.numberText(value, number);
+    const auto end = std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), line.begin()));
+    debugPic.Print({line.begin(), end});
+  };
+  print(u"srX = ", game.srX);
+  print(u"srY = ", game.srY);
+  print(u"player = ", game.player);
+}
+
+void mainFrm::redraw() {
+  boardPic.Cls();
+  drawGrid();
+  drawBoard();
+  drawMousePlayer();
+}
+
+void mainFrm::refreshEvaluation() {
+  const double now = platform_.clock.timer();
+  game.lastMoveTime = now;
+  game.lastCalcTime = now;
+  resetGrid(game, game.attackWeights);
+  resetGrid(game, game.defenceWeights);
+  if (game.player != kNobody) evaluateBothSides();
+}
+
+/// The side on move first: a marker of the other side may then replace one of its own.
+void mainFrm::evaluateBothSides() {
+  CalcUtezi2(game.player);
+  CalcUtezi2(game.player == kHuman ? kComputer : kHuman);
+}
+
+void mainFrm::playComputersTurn() {
+  // Also right after a refresh, whose sums are then doubled.
+  evaluateBothSides();
+  playNextMove();
+  game.player = kHuman;
+  checkForVictory();
+}
+
+void mainFrm::boardPic_MouseMove(float X, float Y) {
+  game.srX = cellAt(X, game.cellWidth);
+  game.srY = cellAt(Y, game.cellHeight);
+}
+
+void mainFrm::boardPic_MouseUp(int button, int shift) {
+  if (game.player == kNobody) return;
+  if (button != kLeftButton || shift != 0) return;
+  const std::int32_t column = roundToEven(game.srX);
+  const std::int32_t row = roundToEven(game.srY);
+  // The pointer was dragged off the board.
+  if (!game.board.contains(column, row)) return;
+  if (game.board(column, row) != kNobody) {
+    if (game.soundOn) playWave(errorSound);
+    return;
+  }
+  game.board(column, row) = game.player;
+  // Deliberate: a click before the computer's tick places the computer's stone and gives the move back.
+  if (game.player == kHuman) {
+    if (game.soundOn) playWave(tapSound);
+    game.player = kComputer;
+  } else {
+    game.player = kHuman;
+  }
+  game.lastMoveTime = platform_.clock.timer();
+}
+
+void mainFrm::genUtezi() {
+  fiar::genUtezi(toolkit_);
+}
+
+void mainFrm::CalcUtezi2(double side) {
+  fiar::CalcUtezi2(side, game, patternWeights_);
+}
+
+void mainFrm::playNextMove() {
+  fiar::playNextMove(game, platform_.clock, platform_.random, Command1.Click);
+}
+
+void mainFrm::checkForVictory() {
+  fiar::checkForVictory(game, {scoreLabel, Picture2, Picture3, platform_.regional});
+}
+
+void mainFrm::drawGrid() {
+  fiar::drawGrid(game, boardPic);
+}
+
+void mainFrm::drawBoard() {
+  fiar::drawBoard(game, stoneColors(), boardPic);
+}
+
+void mainFrm::drawMousePlayer() {
+  fiar::drawMousePlayer(game, stoneColors(), boardPic);
+}
+
+void mainFrm::hiliteNextMove() {
+  fiar::hiliteNextMove(game, boardPic);
+}
+
+void mainFrm::drawutezi() {
+  fiar::drawutezi(game, boardPic);
+}
+
+void mainFrm::playWave(const std::string& image) {
+  if (image.empty()) return;
+  platform_.sound.stop();
+  platform_.sound.play(image);
+}
+
+}  // namespace fiar

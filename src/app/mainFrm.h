@@ -1,0 +1,98 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "board/board.h"
+#include "board/drawing.h"
+#include "opponent/evaluation.h"
+#include "platform/controls.h"
+#include "platform/form.h"
+#include "platform/picture_box.h"
+#include "toolkit/toolkit.h"
+
+namespace fiar {
+
+/// The game's window: its controls, its state, and what happens in its events. All of it is plain data, so
+/// that it works without a screen too; a host shows `form`, raises the events and calls nothing else.
+class mainFrm {
+public:
+  /// Lays the controls out; nothing is loaded before `form.Load`.
+  /// \param platform the machine; \param toolkit the process's toolkit. Both outlive the window.
+  mainFrm(const Platform& platform, Toolkit& toolkit);
+  mainFrm(const mainFrm&) = delete;
+  mainFrm& operator=(const mainFrm&) = delete;
+  mainFrm(mainFrm&&) = delete;
+  mainFrm& operator=(mainFrm&&) = delete;
+  ~mainFrm() = default;
+
+  /// Loads the pattern table into the variable store and the two sound images. Throws PatternTableError for a
+  /// table that is missing or malformed; a missing sound is silence.
+  void readUtezi();
+  /// Appends the 256 lines of the pattern table to "spremenljivka.txt" in the application folder. No event
+  /// does.
+  void genUtezi();
+  /// Scores the empty cells for a side, 1 or 2.
+  void CalcUtezi2(double side);
+  /// Places the stone of the side on move; starts a new game where no cell is empty.
+  void playNextMove();
+  /// Ends the game when five stones of a side are in line.
+  void checkForVictory();
+
+  void drawGrid();
+  void drawBoard();
+  void drawMousePlayer();
+  /// Rings the best empty cells. No event does.
+  void hiliteNextMove();
+  /// Prints the weights on the board. No event does.
+  void drawutezi();
+
+  /// Plays a sound image in the place of what is still playing; an empty image changes nothing.
+  void playWave(const std::string& image);
+
+  Form form;
+  PictureBox Picture1;  ///< the background, with the other visible controls in it
+  PictureBox boardPic;
+  std::array<Label, 2> scoreLabel;  ///< games won by the human and by the computer
+  ComboBox Combo1;                  ///< board sizes
+  CommandButton Command1;           ///< "Start"
+  PictureBox Picture2;
+  PictureBox Picture3;  ///< holds the reward that Picture2 shows after a ten-to-nil lead
+  CheckBox Check1;      ///< "Sound"
+  Timer Timer1;
+  CommandButton Command2;
+  Swatches redColorPic;
+  Swatches blueColorPic;
+  PictureBox debugPic;  ///< where every tick prints the pointer's cell and the side on move
+
+  Board game;
+  std::string tapSound;  ///< WAVE file images; empty: silence
+  std::string errorSound;
+
+private:
+  void designControls();
+  void designBoardPictures();
+  void designHiddenControls();
+  void connectEvents();
+
+  void Form_Load();
+  void Timer1_Timer();
+  void Command1_Click();
+  void Combo1_Click();
+  void Check1_Click();
+  void boardPic_MouseMove(float X, float Y);
+  void boardPic_MouseUp(int button, int shift);
+
+  void printDiagnostics();
+  void redraw();
+  void refreshEvaluation();
+  void evaluateBothSides();
+  void playComputersTurn();
+  StoneColors stoneColors() const { return {redColorPic, blueColorPic}; }
+
+  Platform platform_;
+  Toolkit& toolkit_;
+  PatternWeights patternWeights_;
+};
+
+}  // namespace fiar
