@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/running_game.h"
+
+namespace fiar {
+namespace {
+
+constexpr int kEvents = 120'000;
+
+/// Games by random events alone. After every event the state must make sense.
+class Soak : public testing::Test, protected test::RunningGame {
+protected:
+  void anyEvent() {
+    const unsigned kind = below(100);
+    if (kind < 45) {
+      tick();
+    } else if (kind < 90) {
+      click(below(static_cast<unsigned>(game.columns())), below(static_cast<unsigned>(game.rows())));
+    } else if (kind < 94) {
+      window.boardPic.MouseMove(kLeftButton, 0, anywhere(), anywhere());
+      release();
+    } else if (kind < 96) {
+      release(static_cast<int>(below(5)), static_cast<int>(below(8)));
+    } else if (kind < 98) {
+      if (window.Command1.Visible) start();
+    } else if (kind < 99) {
+      window.Check1.Value = 1 - window.Check1.Value;
+      window.Check1.Click();
+    } else if (below(10) == 0) {
+      window.Combo1.setListIndex(static_cast<int>(below(4)));
+    } else {
+      machine.clock.seconds = below(86400);
+    }
+  }
+
+  void expectSense() const {
+    const int size = game.columns();
+    ASSERT_TRUE(size == 10 || size == 15 || size == 20 || size == 30) << size;
+    for (const Grid* grid : {&game.board, &game.winMarks, &game.attackWeights, &game.defenceWeights}) {
+      ASSERT_EQ(grid->columns(), size);
+      ASSERT_EQ(grid->rows(), size);
+    }
+    ASSERT_EQ(game.boardCols, game.boardRows);
+    ASSERT_TRUE(game.player == kNobody || game.player == kHuman || game.player == kComputer);
+    const int human = stones(kHuman);
+    const int computer = stones(kComputer);
+    ASSERT_EQ(human + computer + stones(kNobody), size * size);
+    // Sides take turns, whoever opens and whoever's stone a click placed.
+    ASSERT_LE(std::abs(human - computer), 1);
+    int marks = 0;
+    for (int column = 0; column < size; ++column) {
+      for (int row = 0; row < size; ++row) {
+        if (game.winMarks(column, row) == kNobody) continue;
+        ++marks;
+        ASSERT_EQ(game.winMarks(column, row), game.board(column, row));
+      }
+    }
+    ASSERT_TRUE(marks == 0 || marks == kWinningLength) << marks;
+    if (marks != 0) {
+      ASSERT_EQ(game.player, kNobody);
+    }
+    for (std::size_t side = 0; side < 2; ++side) {
+      ASSERT_EQ(toUtf8(window.scoreLabel[side].Caption), std::to_string(roundToEven(game.score[side])));
+    }
+  }
+
+  unsigned below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
+  float anywhere() { return static_cast<float>(below(40'000)) - 15'000; }
+
+private:
+  std::mt19937 random_{20260314};
+};
+
+TEST_F(Soak, RandomEventsLeaveTheGameInOrder) {
+  load();
+  std::mt19937 draws(7);
+  for (int i = 0; i < kEvents; ++i) {
+    machine.random.afterwards = static_cast<double>(draws()) / 4294967296.0;
+    anyEvent();
+    expectSense();
+    if (HasFatalFailure()) FAIL() << "after event " << i;
+  }
+  EXPECT_GT(game.score[0] + game.score[1], 300);
+}
+
+}  // namespace
+}  // namespace fiar

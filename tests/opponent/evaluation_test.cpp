@@ -1,0 +1,122 @@
+#include "opponent/evaluation.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <utility>
+
+#include "support/boards.h"
+#include "support/loaded_toolkit.h"
+#include "support/obvious_evaluation.h"
+
+namespace fiar {
+namespace {
+
+class Evaluation : public testing::Test, protected test::LoadedToolkit {
+protected:
+  void evaluate(Board& board) {
+    CalcUtezi2(board.player, board, weights);
+    CalcUtezi2(3 - board.player, board, weights);
+  }
+
+  /// Both evaluations of one board must agree exactly, also when the grids are not cleared between passes.
+  void expectAgreement(Board board, std::initializer_list<double> sides, int passes = 2) {
+    Board obvious = board;
+    for (int pass = 0; pass < passes; ++pass) {
+      for (const double side : sides) {
+        CalcUtezi2(side, board, weights);
+        test::obviousEvaluation(side, obvious, toolkit);
+      }
+      ASSERT_EQ(board.attackWeights, obvious.attackWeights);
+      ASSERT_EQ(board.defenceWeights, obvious.defenceWeights);
+    }
+  }
+
+  void expectAgreementOnRandomBoards(unsigned seed, double share) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const std::pair<int, int> amounts[] = {{10, 1800}, {15, 160}, {20, 40}, {30, 20}};
+    for (const auto& [size, boards] : amounts) {
+      for (int i = 0; i < static_cast<int>(boards * share); ++i) {
+        Board board = test::emptyBoard(size);
+        test::scatterStones(board, random, 1 + static_cast<unsigned>(random() % 8));
+        board.player = static_cast<double>(1 + random() % 2);
+        const int passes = i % 8 == 0 ? 2 : 1;
+        ASSERT_NO_FATAL_FAILURE(expectAgreement(board, {board.player, 3 - board.player}, passes)) << size;
+      }
+    }
+  }
+
+  PatternWeights weights{toolkit.variables(), machine.regional};
+};
+
+TEST_F(Evaluation, ScoresTellingPositions) {
+  struct Row {
+    std::vector<std::string_view> stones;
+    int player;
+    int column;
+    int row;
+    double attack;
+    double defence;
+  };
+  const Row rows[] = {
+      {{}, 1, 4, 4, 0, 0},
+      {{"", "", "   1"}, 1, 4, 2, 1600, 0},
+      {{"", "", "   1"}, 1, 5, 2, 200, 0},
+      {{"", "", "   1"}, 2, 4, 2, 0, 1440},
+      // Completing five, for the side on move and for the other; the latter's sum stays as it was added up.
+      {{" 1111"}, 1, 0, 0, 100'000'000, 0},
+      {{" 1111"}, 2, 0, 0, 50'000'000, 2 * 9 * 1'001'196},
+      // Both sides complete five there: the second evaluation puts its marker over the first one's.
+      {{"1111 2222"}, 1, 4, 0, 50'000'000, 2 * 9 * 1'001'196},
+      // A run against the edge or the other side's stone counts as open.
+      {{"111 "}, 1, 3, 0, 2 * 10 * 1195, 0},
+      {{"2111 "}, 1, 4, 0, 2 * 10 * 1195, 2 * 9},
+      // A taken cell keeps what it had.
+      {{"1111"}, 1, 3, 0, 0, 0},
+  };
+  for (const Row& row : rows) {
+    Board board = test::boardOf(row.stones);
+    board.player = row.player;
+    evaluate(board);
+    SCOPED_TRACE(testing::Message() << (row.stones.empty() ? "" : row.stones.back()) << ", " << row.player);
+    EXPECT_EQ(board.attackWeights(row.column, row.row), row.attack);
+    EXPECT_EQ(board.defenceWeights(row.column, row.row), row.defence);
+  }
+}
+
+TEST_F(Evaluation, AgreesWithTheObviousWayOnThousandsOfBoards) {
+  expectAgreementOnRandomBoards(20260314, 1);
+}
+
+TEST_F(Evaluation, AgreesAfterAnyChangeOfTheStore) {
+  // Weights whose sums depend on the order, weights that differ from their mirror image's, texts that are no
+  // numbers, names in the other letter case, and an entry that is emptied.
+  for (int n = 0; n < kPatternCount; ++n) toolkit.variables().setVar(patternKey(n), 0.1 * n + 0.37);
+  expectAgreementOnRandomBoards(1, 0.05);
+  toolkit.variables().setVar(u"0000p1000", u"50000.5");
+  toolkit.variables().setVar(u"0001P0000", u"-70");
+  toolkit.variables().setVar(u"0010P0000", u"");
+  toolkit.variables().setVar(u"0100P0000", u"many");
+  expectAgreementOnRandomBoards(2, 0.05);
+}
+
+TEST_F(Evaluation, AgreesWithoutATableAndForUnknownSides) {
+  Board board = test::emptyBoard(15);
+  std::mt19937 random(3);
+  test::scatterStones(board, random, 3);
+  board.player = kHuman;
+  expectAgreement(board, {0, 3, kHuman});
+  Toolkit empty(machine.platform);
+  PatternWeights none(empty.variables(), machine.regional);
+  CalcUtezi2(kHuman, board, none);
+  EXPECT_EQ(board.attackWeights, test::emptyBoard(15).attackWeights);
+}
+
+TEST_F(Evaluation, RefusesABoardThatItCannotHold) {
+  Board board = test::emptyBoard(kLargestBoard + 1);
+  EXPECT_THROW(CalcUtezi2(kHuman, board, weights), std::length_error);
+}
+
+}  // namespace
+}  // namespace fiar

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "opponent/pattern_table.h"
+#include "support/fake_platform.h"
+#include "toolkit/toolkit.h"
+
+namespace fiar::test {
+
+/// A toolkit on a fake machine, with the shipped pattern table in its store.
+struct LoadedToolkit {
+  FakePlatform machine;
+  Toolkit toolkit{machine.platform};
+
+  LoadedToolkit() {
+    machine.resources.loadRealOnes = true;
+    loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit);
+  }
+};
+
+}  // namespace fiar::test

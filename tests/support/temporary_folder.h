@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#include "platform/text.h"
+
+namespace fiar::test {
+
+/// A new, empty folder that goes with everything in it in the end.
+class TemporaryFolder {
+public:
+  TemporaryFolder() {
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() / ("five-in-a-row." + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  TemporaryFolder(TemporaryFolder&&) = delete;
+  TemporaryFolder& operator=(TemporaryFolder&&) = delete;
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  const std::filesystem::path& path() const { return path_; }
+  /// The folder as the program names folders, with a "\" at its end.
+  Text text() const { return path_.u16string() + u'\\'; }
+
+private:
+  std::filesystem::path path_;
+};
+
+}  // namespace fiar::test
