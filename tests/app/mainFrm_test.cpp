@@ -150,7 +150,7 @@ TEST_F(MainWindow, ThePointersCellIsTheOneUnderIt) {
   };
   // Divided as whole numbers toward zero: the first cell reaches as far beyond the edge.
   const Row rows[] = {{0, 0},  {663, 0},  {663.5F, 1}, {664, 1},   {9959.4F, 14},
-                      {-1, 0}, {-663, 0}, {-664, -1},  {9960, 15}, {1e30F, (1U << 31U) / 664}};
+                      {-1, 0}, {-663, 0}, {-664, -1},  {9960, 15}, {1e30F, 3234162}};
   for (const Row& row : rows) {
     window.boardPic.MouseMove(0, 0, row.position, row.position);
     EXPECT_EQ(game.srX, row.cell) << row.position;

@@ -45,7 +45,7 @@ TEST_F(MoveChoice, PlaysTheOnlyBestCellWhateverIsDrawn) {
 
 TEST_F(MoveChoice, NumbersEqualCellsByColumnsThenRows) {
   struct Row {
-    double drawn;
+    double drawn = 0;
     CellPoint expected;
   };
   const Row rows[] = {{0, {2, 8}}, {0.33, {2, 8}}, {0.34, {4, 1}}, {0.67, {4, 5}}, {0.9999, {4, 5}}};
