@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 namespace fiar {
 namespace {
@@ -17,6 +19,12 @@ char portable(char16_t character, char16_t separator) {
   return character == u'E' || character == u'e' ? 'e' : '\0';
 }
 
+// Neither zero nor what is no number has a sign to be shown.
+double withoutEmptySign(double value) {
+  if (std::isnan(value)) return std::numeric_limits<double>::quiet_NaN();
+  return value == 0 ? 0.0 : value;
+}
+
 }  // namespace
 
 Text RegionalFormat::numberText(double value) const {
@@ -26,8 +34,8 @@ Text RegionalFormat::numberText(double value) const {
 
 TextView RegionalFormat::numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const {
   std::array<char, kMaxNumberLength> digits{};
-  const double unsignedZero = value == 0 ? 0.0 : value;
-  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), unsignedZero,
+  const double shown = withoutEmptySign(value);
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), shown,
                                      std::chars_format::general, kSignificantDigits);
   const char16_t separator = decimalSeparator();
   char16_t* const end = std::transform(digits.data(), written.ptr, buffer.data(), [separator](char digit) {

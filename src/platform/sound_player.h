@@ -11,8 +11,8 @@ public:
 
   /// Silences what is playing; nothing happens when nothing is.
   virtual void stop() = 0;
-  /// Starts a WAVE file image and returns at once. The image belongs to the caller and must stay unchanged
-  /// until it has been played or stop() was called.
+  /// Starts a WAVE file image in the place of what is playing and returns at once. The image stays the
+  /// caller's, who may change or free it right away.
   virtual void play(const std::string& waveImage) = 0;
 };
 

@@ -8,6 +8,10 @@ namespace fiar {
 namespace {
 
 constexpr double kSecondsPerDay = 86400;
+// Far below half a day, so that midnight and a clock that was set back can be told apart.
+constexpr double kLongestSleep = 3600;
+// Less than the clock can tell is what rounding left over, not time to wait for.
+constexpr double kShortestSleep = 1e-6;
 
 // The words for yes; every other text, the words for no included, is no.
 constexpr std::array<TextView, 9> kYesWords{u"DA", u"YES",   u"1",         u"TRUE",      u"-1",
@@ -16,7 +20,7 @@ constexpr std::array<TextView, 9> kYesWords{u"DA", u"YES",   u"1",         u"TRU
 // The seconds from one reading of the clock to the next; 0 where the clock was set back.
 double passed(double from, double to) {
   const double step = to - from;
-  // No wait sleeps for half a day at once, so a jump back by that much is midnight.
+  // A jump back by more than half a day is midnight.
   return step < -kSecondsPerDay / 2 ? step + kSecondsPerDay : std::max(step, 0.0);
 }
 
@@ -54,8 +58,8 @@ void clsZantorBas::DelayEvents(double seconds) {
     const double now = platform_.clock.timer();
     left -= passed(last, now);
     last = now;
-    if (!(left > 0)) return;
-    platform_.events.waitAndProcess(left);
+    if (!(left >= kShortestSleep)) return;
+    platform_.events.waitAndProcess(std::min(left, kLongestSleep));
   }
 }
 

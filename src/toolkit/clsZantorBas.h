@@ -26,7 +26,8 @@ public:
   static Text dec2bin(Currency value, bool padTo8);
 
   /// Lets `seconds` (any number; not above 0: none) pass and delivers pending events meanwhile, at least
-  /// once. Midnight and changes of the clock neither prolong the wait for ever nor end it early.
+  /// once. Midnight makes no difference; a clock that is set back prolongs the wait by no more than an hour,
+  /// one that is set forward may end it early.
   void DelayEvents(double seconds);
 
 private:

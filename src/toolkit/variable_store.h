@@ -32,8 +32,7 @@ public:
   Text getEnvVar(TextView name) const;
 
   /// Creates the constants "_EmptyDate", "_tab", "_cr", "_lf", "_crlf", "_nullChr", "_back", "_ff", "_vtab"
-  /// and
-  /// "_now" (the time of this call) and sets the error variables to no error.
+  /// and "_now" (the time of this call) and sets the error variables to no error.
   void initBuiltInVars();
 
   /// Makes the text of the script engine's command words.
