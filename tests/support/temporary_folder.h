@@ -1,10 +1,15 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <string>
 #include <system_error>
 
-#include "platform/text.h"
+#include "platform/files.h"
 
 namespace fiar::test {
 
@@ -29,6 +34,12 @@ public:
   const std::filesystem::path& path() const { return path_; }
   /// The folder as the program names folders, with a "\" at its end.
   Text text() const { return path_.u16string() + u'\\'; }
+  /// All bytes of a file in the folder; empty, with a failure of the test, where it is missing.
+  std::string contents(TextView name) const {
+    std::ifstream file(nativePath(text() + Text(name)), std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << toUtf8(name);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
 
 private:
   std::filesystem::path path_;
