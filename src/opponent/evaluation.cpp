@@ -62,40 +62,72 @@ private:
   std::array<std::uint64_t, kLargestBoard> columns_{};
 };
 
-/// The weights of a cell's lines in all eight directions, in their order.
-std::array<double, 2 * kAxes> lineWeights(const Occupancy& own, const Occupancy& foreign, int column, int row,
-                                          const PatternWeights& weights) {
+using CellScores = std::array<double, 2 * kAxes>;
+
+/// What a cell's lines add in all eight directions, in their order.
+CellScores scoresOf(const Occupancy& own, int column, int row, const LineScores& scores) {
   const auto stones = own.windows(column, row);
-  const auto strangers = foreign.windows(column, row);
-  std::array<double, 2 * kAxes> result{};
+  CellScores result{};
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
-    if (strangers[axis] != 0) continue;
-    result[axis] = weights.forward(stones[axis]);
-    result[axis + kAxes] = weights.backward(stones[axis]);
+    result[axis] = scores.forward[stones[axis]];
+    result[axis + kAxes] = scores.backward[stones[axis]];
   }
   return result;
+}
+
+/// Takes out the lines on which stones stand that make a pattern unknown.
+void dropLines(CellScores& scores, const std::array<std::uint64_t, kAxes>& strangers) {
+  for (std::size_t axis = 0; axis < kAxes; ++axis) {
+    if (strangers[axis] != 0) scores[axis] = scores[axis + kAxes] = 0;
+  }
+}
+
+/// The sum of a cell and its lines, in order, with no regard to the threshold.
+double plainSum(double sum, const CellScores& scores) {
+  for (const double score : scores) sum += score;
+  return sum;
+}
+
+void addAttack(const CellScores& scores, double& attack) {
+  for (const double score : scores) {
+    attack += score;
+    if (attack > kFiveThreshold) attack = kWinMarker;
+  }
+}
+
+void addDefence(const CellScores& scores, double& attack, double& defence) {
+  for (const double score : scores) {
+    defence += score;
+    // Deliberate: the marker goes to the attack, where it makes the cell one that must be played.
+    if (defence > kFiveThreshold) attack = kBlockMarker;
+  }
+}
+
+/// Puts a pattern's score in the windows that show it. The first digit of a key is its highest bit and stands
+/// for the cell farthest before the candidate.
+void setScore(LineScores& scores, unsigned pattern, double score) {
+  const unsigned before = pattern >> kReach;
+  const unsigned after = pattern & 0xF;
+  scores.backward[before << (kReach + 1) | after] = score;
+  unsigned mirrored = 0;
+  for (int i = 0; i < kReach; ++i) {
+    mirrored |= (before >> i & 1U) << (kReach - 1 - i);
+    mirrored |= (after >> i & 1U) << (2 * kReach - i);
+  }
+  scores.forward[mirrored] = score;
 }
 
 }  // namespace
 
 void PatternWeights::refresh() {
   if (read_ && revision_ == variables_.revision()) return;
-  const auto valueOf = [this](int n) {
-    const Text* const text = variables_.findVar(patternKey(n));
-    return text == nullptr ? 0.0 : regional_.number(*text).value_or(0);
-  };
+  nonNegative_ = true;
   for (unsigned n = 0; n < kPatternCount; ++n) {
-    const double weight = valueOf(static_cast<int>(n));
-    // The first digit of a key is its highest bit and stands for the cell farthest before the candidate.
-    const unsigned before = n >> kReach;
-    const unsigned after = n & 0xF;
-    backward_[before << (kReach + 1) | after] = weight;
-    unsigned mirrored = 0;
-    for (int i = 0; i < kReach; ++i) {
-      mirrored |= (before >> i & 1U) << (kReach - 1 - i);
-      mirrored |= (after >> i & 1U) << (2 * kReach - i);
-    }
-    forward_[mirrored] = weight;
+    const Text* const text = variables_.findVar(patternKey(static_cast<int>(n)));
+    const double weight = text == nullptr ? 0 : regional_.number(*text).value_or(0);
+    nonNegative_ = nonNegative_ && weight >= 0;
+    setScore(attack_, n, kAttackFactor * weight);
+    setScore(defence_, n, kDefenceFactor * weight);
   }
   revision_ = variables_.revision();
   read_ = true;
@@ -107,22 +139,25 @@ void CalcUtezi2(double side, Board& board, PatternWeights& weights) {
   }
   weights.refresh();
   const Occupancy own(board, side == kComputer ? kComputer : kHuman);
-  const Occupancy foreign = side == kHuman || side == kComputer ? Occupancy() : Occupancy(board, kComputer);
+  const bool knownSide = side == kHuman || side == kComputer;
+  const Occupancy foreign = knownSide ? Occupancy() : Occupancy(board, kComputer);
   const bool attacking = side == board.player;
+  const LineScores& lineScores = attacking ? weights.attack() : weights.defence();
+  Grid& sums = attacking ? board.attackWeights : board.defenceWeights;
   for (int column = 0; column < board.columns(); ++column) {
     for (int row = 0; row < board.rows(); ++row) {
       if (board.board(column, row) != kNobody) continue;
-      double& attack = board.attackWeights(column, row);
-      double& defence = board.defenceWeights(column, row);
-      for (const double weight : lineWeights(own, foreign, column, row, weights)) {
-        if (attacking) {
-          attack += kAttackFactor * weight;
-          if (attack > kFiveThreshold) attack = kWinMarker;
-        } else {
-          defence += kDefenceFactor * weight;
-          // Deliberate: the marker goes to the attack, where it makes the cell one that must be played.
-          if (defence > kFiveThreshold) attack = kBlockMarker;
-        }
+      CellScores scores = scoresOf(own, column, row, lineScores);
+      if (!knownSide) dropLines(scores, foreign.windows(column, row));
+      double& sum = sums(column, row);
+      const double total = plainSum(sum, scores);
+      // A sum that only grows and ends below the threshold was never above it.
+      if (weights.nonNegative() && total <= kFiveThreshold) {
+        sum = total;
+      } else if (attacking) {
+        addAttack(scores, sum);
+      } else {
+        addDefence(scores, board.attackWeights(column, row), sum);
       }
     }
   }

@@ -12,6 +12,17 @@ namespace fiar {
 /// The largest board that can be evaluated, in cells a side.
 inline constexpr int kLargestBoard = 30;
 
+/// What a side's stones on a line through a candidate add to its score, by the window of the nine cells about
+/// it: bit 0 is the cell 4 places before it, bit 4 the candidate itself (always 0), bit 8 the cell 4 places
+/// after it.
+///
+///     bit    0  1  2  3  4  5  6  7  8
+///     cell  -4 -3 -2 -1  P +1 +2 +3 +4
+struct LineScores {
+  std::array<double, 512> forward{};   ///< read along the line
+  std::array<double, 512> backward{};  ///< read from the line's other end
+};
+
 /// The weights of all patterns, mirrored from the variable store so that an evaluation builds no text. An
 /// entry that is missing, empty or no number weighs 0.
 class PatternWeights {
@@ -23,26 +34,21 @@ public:
   /// Reads all weights again if any entry of the store has changed since the last time.
   void refresh();
 
-  /// The nine cells of a line about a candidate make a window: bit 0 is the cell 4 places before it, bit 4
-  /// the candidate itself (always 0), bit 8 the cell 4 places after it.
-  ///
-  ///     bit    0  1  2  3  4  5  6  7  8
-  ///     cell  -4 -3 -2 -1  P +1 +2 +3 +4
-  ///
-  /// The weight of the window's stones read along the line.
-  double forward(std::uint64_t window) const { return forward_[window]; }
-  /// The weight of the same stones read from the line's other end.
-  double backward(std::uint64_t window) const { return backward_[window]; }
+  /// The scores of the side on move.
+  const LineScores& attack() const { return attack_; }
+  /// The scores of the other side.
+  const LineScores& defence() const { return defence_; }
+  /// Whether no weight is below 0, so that a sum of them only grows.
+  bool nonNegative() const { return nonNegative_; }
 
 private:
-  using Table = std::array<double, 512>;
-
   const VariableStore& variables_;
   const RegionalFormat& regional_;
   bool read_ = false;
   std::uint64_t revision_ = 0;  ///< of the store when it was last read
-  Table forward_{};
-  Table backward_{};
+  bool nonNegative_ = true;
+  LineScores attack_;
+  LineScores defence_;
 };
 
 /// Scores every empty cell for one side (1 or 2; any other sees the stones of 1 as its own and takes no
