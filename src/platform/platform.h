@@ -8,6 +8,7 @@
 #include "platform/random_generator.h"
 #include "platform/regional_format.h"
 #include "platform/resources.h"
+#include "platform/socket_control.h"
 #include "platform/sound_player.h"
 
 namespace fiar {
@@ -24,6 +25,7 @@ struct Platform {
   SoundPlayer& sound;
   PendingEvents& events;
   Database& database;
+  SocketFactory* sockets = nullptr;  ///< null where nothing uses the network
 };
 
 }  // namespace fiar
