@@ -4,6 +4,7 @@
 
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorFile.h"
+#include "toolkit/clsZantorMail.h"
 
 namespace fiar {
 
@@ -25,6 +26,9 @@ clsZantorBas& Toolkit::bas() {
 }
 clsZantorFile& Toolkit::file() {
   return instance<clsZantorFile>(ToolkitClass::File, *this);
+}
+clsZantorMail& Toolkit::mail() {
+  return instance<clsZantorMail>(ToolkitClass::Mail, *this);
 }
 
 void Toolkit::releaseToolkit() {

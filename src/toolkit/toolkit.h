@@ -10,6 +10,7 @@ namespace fiar {
 
 class clsZantorBas;
 class clsZantorFile;
+class clsZantorMail;
 
 /// The toolkit's classes in the order in which their shared instances are released.
 enum class ToolkitClass : std::size_t { Bas, Api, Mail, File, Web, Xml, CodeCod, Math };
@@ -43,6 +44,7 @@ public:
 
   clsZantorBas& bas();
   clsZantorFile& file();
+  clsZantorMail& mail();
 
   /// Sets the shared instances to none, in the order of ToolkitClass; the next use of a class creates it
   /// anew. The variables and values stay.

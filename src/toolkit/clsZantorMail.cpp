@@ -1,0 +1,258 @@
+#include "toolkit/clsZantorMail.h"
+
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "toolkit/clsZantorBas.h"
+#include "toolkit/clsZantorFile.h"
+#include "toolkit/file_content.h"
+#include "toolkit/mail_text.h"
+#include "toolkit/toolkit.h"
+
+namespace fiar {
+namespace {
+
+constexpr TextView kLineEnd = u"\r\n";
+constexpr TextView kLogName = u"rmail.debug.log";
+constexpr std::size_t kBoundaryLength = 30;
+constexpr std::size_t kBase64LineLength = 76;
+
+// How long an answer is waited for, in seconds.
+constexpr double kGreetingLimit = 20;
+constexpr double kCommandLimit = 10;
+constexpr double kMessageLimit = 60;
+
+// The wait for the connection has no limit of its own; this is only how often it looks without an event.
+constexpr double kStatePause = 1;
+
+// A port from 0 to 65535 in decimal digits; 0 for any other text.
+int portNumber(TextView text) {
+  constexpr int kHighestPort = 65535;
+  int port = 0;
+  for (const char16_t digit : trimSpaces(text)) {
+    if (digit < u'0' || digit > u'9') return 0;
+    port = port * 10 + (digit - u'0');
+    if (port > kHighestPort) return 0;
+  }
+  return port;
+}
+
+Text withHtmlLineBreaks(TextView text) {
+  Text result;
+  for (std::size_t end = text.find(kLineEnd); end != TextView::npos; end = text.find(kLineEnd)) {
+    result.append(text.substr(0, end)).append(u"<br>").append(kLineEnd);
+    text.remove_prefix(end + kLineEnd.size());
+  }
+  return result.append(text);
+}
+
+Text quoted(TextView text) {
+  return Text(u"\"").append(text).append(u"\"");
+}
+
+// True while it exists.
+class Mark {
+public:
+  explicit Mark(bool& flag) : flag_(flag = true) {}
+  Mark(const Mark&) = delete;
+  Mark& operator=(const Mark&) = delete;
+  Mark(Mark&&) = delete;
+  Mark& operator=(Mark&&) = delete;
+  ~Mark() { flag_ = false; }
+
+private:
+  bool& flag_;
+};
+
+}  // namespace
+
+clsZantorMail::clsZantorMail(Toolkit& toolkit)
+    : toolkit_(toolkit), winsock1_(toolkit.platform().sockets->newSocket()) {
+  winsock1_->OnConnect = [this] { log(u"Connected"); };
+  winsock1_->OnDataArrival = [this] { DataArrival(); };
+  winsock1_->OnError = [this](TextView description) { log(Text(u"winsock.error:").append(description)); };
+}
+
+void clsZantorMail::setServerName(TextView value) {
+  setLogged(serverName_, value, u"mail_ServerName set:");
+  winsock1_->RemoteHost = value;
+}
+void clsZantorMail::setServerPort(TextView value) {
+  setLogged(serverPort_, value, u"mail_Port  set:");
+  winsock1_->RemotePort = portNumber(value);
+}
+void clsZantorMail::setUserName(TextView value) {
+  setLogged(userName_, value, u"username set:");
+}
+void clsZantorMail::setPassword(TextView value) {
+  setLogged(password_, value, u"pwd set:");
+}
+void clsZantorMail::setMailFrom(TextView value) {
+  setLogged(mailFrom_, value, u"mail_from set:");
+}
+void clsZantorMail::setMailTo(TextView value) {
+  setLogged(mailTo_, value, u"mail_To set:");
+}
+void clsZantorMail::setMailBcc(TextView value) {
+  setLogged(mailBcc_, value, u"Mail_Bcc set:");
+}
+void clsZantorMail::setReplyTo(TextView value) {
+  setLogged(replyTo_, value, u"mail_RepylTo set:");
+}
+void clsZantorMail::setSubject(TextView value) {
+  setLogged(subject_, value, u"mail_Subject set:");
+}
+void clsZantorMail::setMessage(TextView value) {
+  setLogged(message_, value, u"mail_Message set:");
+}
+
+bool clsZantorMail::SendMail() {
+  if (sending_) return false;
+  const Mark sending(sending_);
+  receiveBuffer_.clear();
+  winsock1_->Connect();
+  bool greeted = false;
+  waitForAnswer(u"220", kGreetingLimit, greeted);
+  if (greeted) waitUntilConnected();
+  // A server that said nothing is spoken to all the same.
+  if (winsock1_->State() == SocketState::Connected) sendMessage();
+  if (winsock1_->State() != SocketState::Closed) winsock1_->Close();
+  return false;
+}
+
+// The answers are waited for but, deliberately, change nothing.
+void clsZantorMail::sendMessage() {
+  sendEnvelope();
+  sendHeader();
+  if (!attachments_.empty()) sendTextPartHeader();
+  send({});
+  send(withHtmlLineBreaks(message_));
+  sendAttachments();
+  command(u".", u"250", kMessageLimit);
+  command(u"QUIT", u"221", kCommandLimit);
+}
+
+void clsZantorMail::sendEnvelope() {
+  command(u"HELO " + serverName_, u"250", kGreetingLimit);
+  if (!userName_.empty() && !password_.empty()) {
+    const CodePage& codePage = toolkit_.platform().codePage;
+    command(u"AUTH LOGIN", u"334", kCommandLimit);
+    command(base64(codePage.encode(userName_)), u"334", kCommandLimit);
+    command(base64(codePage.encode(password_)), u"235", kCommandLimit);
+  }
+  command(u"MAIL FROM:" + mailFrom_, u"250", kCommandLimit);
+  for (const Text& list : {mailTo_, mailBcc_}) {
+    for (const Text& entry : listEntries(list)) command(u"RCPT TO:" + entry, u"250", kCommandLimit);
+  }
+  command(u"DATA", u"354", kCommandLimit);
+}
+
+void clsZantorMail::sendHeader() {
+  if (attachments_.empty()) send(u"Content-Type: text/html; Charset = utf-8");
+  send(u"Subject:" + subject_);
+  send(u"From:" + mailFrom_);
+  send(u"To:" + mailTo_);
+  if (!replyTo_.empty()) send(u"Reply-To:" + replyTo_);
+  // Deliberate: the message shows the blind copies.
+  Text blindCopies = u"Bcc:";
+  for (const Text& entry : listEntries(mailBcc_)) blindCopies += u"<" + entry + u">;";
+  send(blindCopies);
+}
+
+void clsZantorMail::sendTextPartHeader() {
+  boundary_ = uniqueText(toolkit_.platform(), kBoundaryLength);
+  send(u"Content-Type: multipart/mixed; boundary=" + quoted(boundary_));
+  send({});
+  send(u"--" + boundary_);
+  send(u"Content-Type: text/html; charset=" + quoted(u"UTF-8"));
+  // Deliberate: the body that follows is not encoded, whatever this says.
+  send(u"Content-Transfer-Encoding: quoted-printable");
+}
+
+void clsZantorMail::sendAttachments() {
+  const std::vector<Text> paths = listEntries(attachments_);
+  for (const Text& path : paths) {
+    send({});
+    send(u"--" + boundary_);
+    send(u"Content-Transfer-Encoding: base64");
+    send(u"Content-Type: application/octet-stream");
+    send(u"Content-Disposition: attachment; filename=" + quoted(fileNamePart(path)));
+    send({});
+    send(brokenIntoLines(base64(fileContent(path)), kBase64LineLength));
+  }
+  if (!paths.empty()) send(u"--" + boundary_ + u"--");
+}
+
+void clsZantorMail::waitUntilConnected() {
+  const auto pending = [this] {
+    const SocketState state = winsock1_->State();
+    return state != SocketState::Connected && state != SocketState::Closed && state != SocketState::Closing &&
+           state != SocketState::Error;
+  };
+  while (pending()) toolkit_.platform().events.waitAndProcess(kStatePause);
+}
+
+void clsZantorMail::command(TextView line, TextView code, double limit) {
+  send(line);
+  bool ok = false;
+  waitForAnswer(code, limit, ok);
+}
+
+void clsZantorMail::send(TextView line) {
+  receiveBuffer_.clear();
+  sendLine(Text(line).append(kLineEnd));
+}
+
+// Sends the text as it stands; who calls has added the line end.
+void clsZantorMail::sendLine(TextView text) {
+  winsock1_->SendData(toolkit_.platform().codePage.encode(text));
+  log(Text(u"winsock.send:").append(text));
+}
+
+void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
+  const Platform& platform = toolkit_.platform();
+  ok = false;
+  waitStart_ = platform.clock.timer();
+  // Deliberately the distance of the two readings: midnight ends the wait.
+  const auto passed = [this, &platform] { return std::abs(platform.clock.timer() - waitStart_); };
+  for (double time = 0; !ok && time < limit; time = passed()) {
+    ok = findAnswer(code);
+    if (!ok) platform.events.waitAndProcess(limit - time);
+  }
+  log(Text(u"waitForAnswer:").append(code).append(ok ? u" OK" : u" TIMEOUT"));
+}
+
+// Whether one of the lines that have arrived since the last look begins with the code and a space.
+bool clsZantorMail::findAnswer(TextView code) {
+  // Taken out as a whole, so that no line is looked at twice and nothing piles up.
+  const Text arrived = std::exchange(receiveBuffer_, {});
+  TextView rest = arrived;
+  while (!rest.empty()) {
+    const TextView line = rest.substr(0, rest.find(kLineEnd));
+    rest.remove_prefix(line.size() + kLineEnd.size());
+    const std::size_t space = line.find(u' ');
+    if (space != TextView::npos && trimSpaces(line.substr(0, space)) == code) return true;
+  }
+  return false;
+}
+
+void clsZantorMail::DataArrival() {
+  Text data = toolkit_.platform().codePage.decode(winsock1_->GetData());
+  // Whatever arrives together counts as whole lines.
+  if (!data.ends_with(kLineEnd)) data += kLineEnd;
+  receiveBuffer_ += data;
+}
+
+void clsZantorMail::setLogged(Text& property, TextView value, TextView label) {
+  property = value;
+  log(Text(label).append(value));
+}
+
+// Adds an entry to the debug log while that is switched on.
+void clsZantorMail::log(const Text& entry) {
+  if (!clsZantorBas::GetTF(debugScript_)) return;
+  toolkit_.file().AppendToFile(Text(toolkit_.values().applicationFolder).append(kLogName), entry, 0);
+}
+
+}  // namespace fiar
