@@ -2,15 +2,18 @@
 
 #include <cstdint>
 
-#include "platform/platform.h"
+#include "platform/text.h"
 #include "toolkit/currency.h"
 
 namespace fiar {
 
+class Toolkit;
+
 /// General helpers of the toolkit.
 class clsZantorBas {
 public:
-  explicit clsZantorBas(const Platform& platform) : platform_(platform) {}
+  /// \param toolkit the toolkit that this is an instance of; outlives it.
+  explicit clsZantorBas(Toolkit& toolkit) : toolkit_(toolkit) {}
 
   /// Whether the program runs inside its development environment; asking resets the answer to false. The
   /// built program is never told that it does.
@@ -30,8 +33,16 @@ public:
   /// one that is set forward may end it early.
   void DelayEvents(double seconds);
 
+  /// The characters in another order: every second one, and in between the rest from the end on; a text of
+  /// odd length gets a "$" first.
+  static Text MesajText(TextView text);
+
+  /// A check sum of a text in `n` bytes, as `n` characters or, with `hexOutput`, 2 n hexadecimal digits.
+  /// Empty for an empty text or an `n` below 1.
+  Text StrCheckSum2(TextView source, int n, bool hexOutput);
+
 private:
-  Platform platform_;
+  Toolkit& toolkit_;
   std::int16_t ideFlag_ = 0;
 };
 

@@ -9,8 +9,10 @@
 namespace fiar {
 
 class clsZantorBas;
+class clsZantorCodeCod;
 class clsZantorFile;
 class clsZantorMail;
+class clsZantorXml;
 
 /// The toolkit's classes in the order in which their shared instances are released.
 enum class ToolkitClass : std::size_t { Bas, Api, Mail, File, Web, Xml, CodeCod, Math };
@@ -45,6 +47,8 @@ public:
   clsZantorBas& bas();
   clsZantorFile& file();
   clsZantorMail& mail();
+  clsZantorXml& xml();
+  clsZantorCodeCod& codeCod();
 
   /// Sets the shared instances to none, in the order of ToolkitClass; the next use of a class creates it
   /// anew. The variables and values stay.
@@ -57,8 +61,8 @@ public:
 private:
   static constexpr std::size_t kClasses = static_cast<std::size_t>(ToolkitClass::Math) + 1;
 
-  template <class Type, class Argument>
-  Type& instance(ToolkitClass which, Argument& argument);
+  template <class Type, class... Arguments>
+  Type& instance(ToolkitClass which, Arguments&... arguments);
 
   Platform platform_;
   VariableStore variables_;

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "support/fake_platform.h"
+#include "toolkit/toolkit.h"
 
 namespace fiar {
 namespace {
@@ -52,7 +53,8 @@ protected:
   }
 
   test::FakePlatform machine;
-  clsZantorBas bas{machine.platform};
+  Toolkit toolkit{machine.platform};
+  clsZantorBas& bas = toolkit.bas();
 };
 
 TEST_F(DelayEvents, DeliversEventsOnceWhereThereIsNothingToWaitFor) {

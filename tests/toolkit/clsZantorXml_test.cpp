@@ -1,0 +1,149 @@
+#include "toolkit/clsZantorXml.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace fiar {
+namespace {
+
+const Text kSettings =
+    u"<mysqlConnect>\r\n</mysqlConnect>\r\n<cryptoPass> MQ7R </cryptoPass>\r\n<runMySQL>0</runMySQL>\r\n";
+
+struct Case {
+  const char* name;
+  Text text;
+  Text path;
+  Text result;
+  Text params = u"kept";
+  Text defaultValue = u"default";
+  Text notFoundValue = u"absent";
+};
+
+TEST(TagReader, ReadsElements) {
+  const Text list = u"<i>1</i><i a=\"2\">2</i>-<I>3</I>";
+  const Text inList = u"<l x=\"y\"><i k=\"v\">  a </i><i> <l>b</l></i></l>";
+  const std::vector<Case> cases{
+      {"content", kSettings, u"runMySQL", u"0"},
+      {"spaces stay", kSettings, u"cryptoPass", u" MQ7R "},
+      {"line ends stay", kSettings, u"mysqlConnect", u"\r\n"},
+      {"any letter case", kSettings, u"RUNmysql", u"0"},
+      {"beyond ASCII too", u"<\u0160>x</\u0161>", u"\u0161", u"x"},
+      {"absent", kSettings, u"queryPL", u"absent", u""},
+      {"absent, but no value for that", kSettings, u"queryPL", u"default", u"kept", u"default", u""},
+      {"a part of a longer name", u"<ab>x</ab>", u"a", u"absent", u""},
+      {"empty text", u"", u"a", u"absent", u""},
+      {"empty content", u"<a></a>", u"a", u"default"},
+      {"content like the absent one's value", u"<a>absent</a>", u"a", u"absent", u""},
+      {"element like the absent one's value", u"<a>1</a>", u"a", u"<a>1</a>", u"", u"", u"<a>1</a>"},
+      {"no path", u"<>x</>", u"", u"ERR: Wrong Key"},
+      {"path without an end", u"<a b=\"1\">x</a>", u"a\\", u"ERR: Wrong Key", u"b=\"1\""},
+      {"path without a beginning", u"<><a>x</a></>", u"\\a", u"x"},
+      {"first of a list", list, u"i", u"1"},
+      {"index", list, u"i[2]", u"2", u"a=\"2\""},
+      {"index, letter case", list, u"i[3]", u"3"},
+      {"index too high", list, u"i[4]", u"absent", u""},
+      {"index higher than any", list, u"i[1e999]", u"absent", u""},
+      {"index with decimals", list, u"i[2.9]", u"2", u"a=\"2\""},
+      {"negative index", list, u"i[-1]", u"default"},
+      {"index 0 is part of the name", u"<i[0]>z</i[0]><i>1</i>", u"i[0]", u"z"},
+      {"and so are words", list, u"i[x]", u"absent", u""},
+      {"and infinity", list, u"i[inf]", u"absent", u""},
+      {"attributes", u"<a x=\"1\" y>z</a>", u"a", u"z", u"x=\"1\" y"},
+      {"a tab ends no name", u"<a\tx>z</a>", u"a", u"absent", u""},
+      {"self-closing", u"<a x=\"1\"/>", u"a", u"default", u"x=\"1\""},
+      {"self-closing, values alike", u"<a x=\"1\"/>", u"a", u"v", u"", u"v", u"v"},
+      {"self-closing, spaces before its end", u"<a x  /><a>2</a>", u"a[2]", u"2"},
+      {"self-closing without a space", u"<a/><a>1</a>", u"a", u"1"},
+      {"self-closing inside itself", u"<a>1<a x/></a>", u"a", u"1<a x></a>"},
+      {"self-closing further down stays", u"<a><b x/></a>", u"a", u"<b x/>"},
+      {"closing tag with a space", u"<a>1</a >2</a>", u"a", u"1</a >2"},
+      {"same name inside", u"<a><a>x</a></a>", u"a", u"<a>x</a>"},
+      {"same name inside, with attributes", u"<a p>1<A q>x</A>2</a><a>3</a>", u"a[2]", u"3"},
+      {"two steps", inList, u"l\\i", u"a", u"k=\"v\""},
+      {"two steps and an index", inList, u"l\\i[2]", u"<l>b</l>"},
+      {"three steps, the first name again", inList, u"l\\i[2]\\l", u"b"},
+      {"a step that is not inside", inList + u"<o>x</o>", u"l\\o", u"absent", u""},
+      {"a step that is missing", inList, u"o\\i", u"absent", u""},
+      {"default values of steps are cut", u"<a><b></b></a>", u"a\\b", u"d", u"kept", u" d "},
+      {"unclosed", u"<a>x<b>1</b>", u"a", u"default"},
+      {"others in the text of an unclosed one", u"<a>x<b>1</b>", u"b", u"1"},
+      {"behind an unclosed one of the same name", u"<a>1<a>2</a><a>3</a><a>4</a>", u"a[3]", u"3"},
+      {"closing tag first", u"</a><a>1</a>", u"a", u"1"},
+      {"only closing tags", u"</a></a>", u"a", u"absent", u""},
+      {"cut off in a tag", u"<a>1</a><a x", u"a[2]", u"default"},
+      {"overlapping", u"<a>1<b>2</a>3</b>", u"b", u"2</a>3"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    clsZantorXml reader;
+    Text params = u"kept";
+    EXPECT_EQ(toUtf8(reader.getTag(c.text, c.path, params, c.defaultValue, c.notFoundValue)),
+              toUtf8(c.result));
+    EXPECT_EQ(toUtf8(params), toUtf8(c.params));
+    EXPECT_EQ(reader.callDepth(), 0);
+  }
+}
+
+TEST(TagReader, KeepsTheLastElement) {
+  clsZantorXml reader;
+  Text params;
+  reader.getTag(u"<l><i k=\"v\">1</i></l>", u"l\\i", params, u"", u"");
+  EXPECT_EQ(toUtf8(reader.lastElement()), "<i k=\"v\">1</i>");
+  // Where nothing is found and no value says so, the attributes are those of the element before.
+  params = u"kept";
+  EXPECT_EQ(reader.getTag(u"", u"o", params, u"", u""), u"");
+  EXPECT_EQ(toUtf8(params), "k=\"v\"");
+}
+
+TEST(TagReader, CountsAndCuts) {
+  EXPECT_EQ(clsZantorXml::countOccurrences(u"", u"a", false), -1);
+  EXPECT_EQ(clsZantorXml::countOccurrences(u"aAaxA", u"Aa", true), 1);
+  const auto between = [](TextView source, bool caseSensitive, bool withMarks) {
+    return toUtf8(clsZantorXml::getBetween(source, u"ab", u"c", caseSensitive, withMarks));
+  };
+  EXPECT_EQ(between(u"xABxCxcab", false, false), "x");
+  EXPECT_EQ(between(u"xABxcabyCzc", true, true), "abyCzc");
+  EXPECT_EQ(between(u"cab", false, true), "");
+  EXPECT_EQ(toUtf8(clsZantorXml::getBetween(u"((", u"((", u"(", false, false)), "");
+}
+
+Text repeated(TextView piece, int times) {
+  Text text;
+  for (int i = 0; i < times; ++i) text += piece;
+  return text;
+}
+
+TEST(TagReader, TakesHugeMalformedText) {
+  const Text deepest = repeated(u"<a>", 1001) + u"x" + repeated(u"</a>", 1001);
+  const int many = 100'000;
+  const Text manySteps = repeated(u"a\\", 500) + u"a";
+  const std::vector<Case> cases{
+      {"a thousand closing tags inside", deepest, u"a", deepest.substr(3, deepest.size() - 7)},
+      {"one more: given up at the pass before", u"<a>" + deepest + u"</a>", u"a", deepest},
+      {"only <", repeated(u"<", 1'000'000), u"a", u"absent", u""},
+      {"open tags", repeated(u"<a>", many), u"a[100000]", u"default"},
+      {"open tags and one end", repeated(u"<a>", many) + u"</a>", u"a[100000]", u"default"},
+      {"closing tags", u"<a>1</a>" + repeated(u"</a>", many), u"a[2]", u"absent", u""},
+      {"deep", repeated(u"<a>", many) + repeated(u"</a>", many), u"a[2]", u"absent", u""},
+      {"self-closing", repeated(u"<a x/>", many), u"a[100000]", u"default", u"x"},
+      {"unfinished", repeated(u"<a <", many), u"a[100000]", u"default"},
+      {"long path", repeated(u"<a>", 501) + u"x" + repeated(u"</a>", 501), manySteps, u"x"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    clsZantorXml reader;
+    const Text value = u"<b>1</b>";
+    for (const Text& text : {value + c.text, c.text + value}) {
+      Text params = u"kept";
+      EXPECT_TRUE(reader.getTag(text, c.path, params, u"default", u"absent") == c.result);
+      EXPECT_EQ(toUtf8(params), toUtf8(c.params));
+      EXPECT_EQ(toUtf8(reader.getTag(text, u"b", params, u"default", u"absent")), "1");
+      EXPECT_EQ(reader.callDepth(), 0);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace fiar
