@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/win32/error.h"
+
 namespace fiar::win32 {
 namespace {
 
@@ -44,6 +46,15 @@ void Win32Events::waitAndProcess(double seconds) {
   }
   MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds(seconds), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
   process();
+}
+
+int Win32Events::runUntilQuit() const {
+  MSG message{};
+  for (BOOL received = 0; (received = GetMessageW(&message, nullptr, 0, 0)) != 0;) {
+    if (received < 0) throwLastError("GetMessage");
+    dispatch(message);
+  }
+  return static_cast<int>(message.wParam);
 }
 
 void Win32Events::dispatch(MSG& message) const {

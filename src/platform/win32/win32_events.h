@@ -21,6 +21,9 @@ public:
   void process() override;
   void waitAndProcess(double seconds) override;
 
+  /// Delivers events until the program is asked to end; gives the exit code that came with the request.
+  int runUntilQuit() const;
+
 private:
   void dispatch(MSG& message) const;
 

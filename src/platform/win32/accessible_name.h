@@ -1,0 +1,13 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/text.h"
+
+namespace fiar::win32 {
+
+/// Tells screen readers what to call a window's control. Where the system knows no such names, nothing
+/// happens.
+void setAccessibleName(HWND window, TextView name);
+
+}  // namespace fiar::win32

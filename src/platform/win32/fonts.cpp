@@ -1,0 +1,83 @@
+#include "platform/win32/fonts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/win32/error.h"
+#include "platform/win32/wide_text.h"
+
+namespace fiar::win32 {
+namespace {
+
+constexpr double kTwipsPerPoint = 20;
+constexpr unsigned kDesignDpi = 96;
+constexpr double kTwipsPerPixel = 15;
+
+LOGFONTW userFont() {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof(metrics);
+  require(SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, kDesignDpi),
+          "SystemParametersInfoForDpi");
+  return metrics.lfMessageFont;
+}
+
+/// What a text is drawn with; everything is as it was when this goes.
+class TextSettings {
+public:
+  TextSettings(HDC context, HFONT font, Color color)
+      : context_(context),
+        font_(context, font),
+        color_(SetTextColor(context, color)),
+        mode_(SetBkMode(context, TRANSPARENT)) {}
+  TextSettings(const TextSettings&) = delete;
+  TextSettings& operator=(const TextSettings&) = delete;
+  TextSettings(TextSettings&&) = delete;
+  TextSettings& operator=(TextSettings&&) = delete;
+  ~TextSettings() {
+    SetTextColor(context_, color_);
+    SetBkMode(context_, mode_);
+  }
+
+private:
+  HDC context_;
+  SelectedObject font_;
+  COLORREF color_;
+  int mode_;
+};
+
+const wchar_t* wideData(TextView text) {
+  return reinterpret_cast<const wchar_t*>(text.data());
+}
+
+}  // namespace
+
+FontHandle makeFont(const FontSpec& font, double scale) {
+  LOGFONTW description = userFont();
+  double twips = std::abs(description.lfHeight) * kTwipsPerPixel;
+  if (!font.name.empty()) {
+    description = {};
+    description.lfCharSet = DEFAULT_CHARSET;
+    // What the system goes by when it has to find another typeface.
+    description.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+    const auto name = font.name.substr(0, LF_FACESIZE - 1);
+    std::copy(name.begin(), name.end(), std::begin(description.lfFaceName));
+  }
+  if (font.points > 0) twips = font.points * kTwipsPerPoint;
+  if (font.bold) description.lfWeight = FW_BOLD;
+  description.lfHeight = -std::max(1L, std::lround(twips * scale));
+  return FontHandle(require(CreateFontIndirectW(&description), "CreateFontIndirect"));
+}
+
+void drawTextAt(HDC context, TextView text, int x, int y, HFONT font, Color color) {
+  const TextSettings settings(context, font, color);
+  TextOutW(context, x, y, wideData(text), static_cast<int>(text.size()));
+}
+
+void drawTextIn(HDC context, TextView text, RECT area, TextPlace place, HFONT font, Color color) {
+  const TextSettings settings(context, font, color);
+  const UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_NOCLIP;
+  DrawTextW(context, wideData(text), static_cast<int>(text.size()), &area,
+            format | (place == TextPlace::Centre ? DT_CENTER : DT_LEFT));
+}
+
+}  // namespace fiar::win32

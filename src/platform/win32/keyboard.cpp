@@ -1,0 +1,62 @@
+#include "platform/win32/keyboard.h"
+
+#include <algorithm>
+
+#include "platform/controls.h"
+
+namespace fiar::win32 {
+namespace {
+
+bool isDown(int key) {
+  return GetKeyState(key) < 0;
+}
+
+bool isPushButton(HWND window) {
+  return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+}
+
+void moveFocus(const std::vector<HWND>& tabOrder, bool backwards) {
+  if (tabOrder.empty()) return;
+  const auto focused = std::find(tabOrder.begin(), tabOrder.end(), GetFocus());
+  if (focused == tabOrder.end()) {
+    SetFocus(backwards ? tabOrder.back() : tabOrder.front());
+  } else if (backwards) {
+    SetFocus(focused == tabOrder.begin() ? tabOrder.back() : *(focused - 1));
+  } else {
+    SetFocus(focused + 1 == tabOrder.end() ? tabOrder.front() : *(focused + 1));
+  }
+}
+
+}  // namespace
+
+bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder) {
+  if (message.message != WM_KEYDOWN) return false;
+  switch (message.wParam) {
+    case VK_TAB:
+      if (isDown(VK_CONTROL)) return false;
+      moveFocus(tabOrder, isDown(VK_SHIFT));
+      setFocusShows(GetAncestor(message.hwnd, GA_ROOT), true);
+      return true;
+    case VK_RETURN:
+      if (!isPushButton(message.hwnd)) return false;
+      SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool focusShows(HWND window) {
+  return (SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
+}
+
+void setFocusShows(HWND topWindow, bool shows) {
+  SendMessageW(topWindow, WM_CHANGEUISTATE, MAKEWPARAM(shows ? UIS_CLEAR : UIS_SET, UISF_HIDEFOCUS), 0);
+}
+
+int pressedModifiers() {
+  return (isDown(VK_SHIFT) ? kShiftKey : 0) + (isDown(VK_CONTROL) ? kCtrlKey : 0) +
+         (isDown(VK_MENU) ? kAltKey : 0);
+}
+
+}  // namespace fiar::win32

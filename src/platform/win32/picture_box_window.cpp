@@ -1,0 +1,220 @@
+#include "platform/win32/picture_box_window.h"
+
+#include <windowsx.h>
+
+#include <cmath>
+
+#include "platform/win32/error.h"
+#include "platform/win32/fonts.h"
+#include "platform/win32/keyboard.h"
+#include "platform/win32/pictures.h"
+#include "platform/win32/wide_text.h"
+
+namespace fiar::win32 {
+namespace {
+
+constexpr double kTwipsPerPixel = 15;
+// The frame about a picture that has the focus.
+constexpr Color kFocusColor = 0x000060E0;
+constexpr double kFocusWidth = 3 * kTwipsPerPixel;
+
+int modifiersOf(WPARAM keys) {
+  return ((keys & MK_SHIFT) != 0 ? kShiftKey : 0) + ((keys & MK_CONTROL) != 0 ? kCtrlKey : 0) +
+         (pressedModifiers() & kAltKey);
+}
+
+std::optional<KeyMove> moveOf(WPARAM key) {
+  switch (key) {
+    case VK_LEFT:
+      return KeyMove{.columns = -1};
+    case VK_RIGHT:
+      return KeyMove{.columns = 1};
+    case VK_UP:
+      return KeyMove{.rows = -1};
+    case VK_DOWN:
+      return KeyMove{.rows = 1};
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlSurroundings& surroundings)
+    : Window(surroundings.gate), ControlWindow(box), box_(box), pictures_(surroundings.pictures) {
+  textDrawer_ = [this](const BitmapView&, TextView text, int x, int y, Color color) {
+    drawTextAt(buffer_.context(), text, x, y, font_.get(), color);
+    GdiFlush();
+  };
+}
+
+void PictureBoxWindow::createWindow(HWND container) {
+  // What is not a standard control is called what its window is called.
+  create(toWide(box_.AccessibleName).c_str(),
+         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (box_.TabStop ? WS_TABSTOP : 0), WS_EX_CONTROLPARENT,
+         container);
+}
+
+void PictureBoxWindow::fit(PixelSize size, double scale) {
+  buffer_.resize(size);
+  font_ = makeFont(box_.Font, scale);
+  // By the size in whole pixels, so that the last line of a grid lies exactly on the edge.
+  scale_ = {.pixelsPerTwip = size.width / box_.Width, .pixelsPerDrawWidth = scale * kTwipsPerPixel};
+  mousePosition_.reset();
+  render();
+}
+
+void PictureBoxWindow::update() {
+  if (!stale_ && isShown()) return;
+  render();
+  // At once: the timer of a game that never rests would leave no time for it.
+  InvalidateRect(window(), nullptr, FALSE);
+  UpdateWindow(window());
+}
+
+bool PictureBoxWindow::isShown() const {
+  if (!(box_.Picture == shownPicture_)) return false;
+  if (!box_.Picture.resource.empty()) return true;
+  return box_.BackColor == shownBackColor_ && box_.drawing() == shownDrawing_;
+}
+
+void PictureBoxWindow::render() {
+  if (box_.Picture.resource.empty()) {
+    paint(box_.drawing(), box_.BackColor, scale_, buffer_.pixels(), textDrawer_);
+  } else {
+    pictures_.show(box_.Picture, buffer_.pixels());
+  }
+  if (box_.TabStop && GetFocus() == window() && focusShows(window())) drawFocusFrame();
+  shownDrawing_ = box_.drawing();
+  shownPicture_ = box_.Picture;
+  shownBackColor_ = box_.BackColor;
+  stale_ = false;
+}
+
+void PictureBoxWindow::drawFocusFrame() const {
+  const auto width = static_cast<int>(std::lround(kFocusWidth * scale_.pixelsPerTwip));
+  RECT frame{0, 0, buffer_.size().width, buffer_.size().height};
+  SetDCBrushColor(buffer_.context(), kFocusColor);
+  for (int i = 0; i < std::max(1, width); ++i) {
+    FrameRect(buffer_.context(), &frame, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    InflateRect(&frame, -1, -1);
+  }
+}
+
+void PictureBoxWindow::paintBackground(HDC context, const RECT& area) {
+  buffer_.show(context, area);
+}
+
+LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_MOUSEMOVE:
+      mouseMoved(wParam, lParam);
+      return 0;
+    case WM_LBUTTONDOWN:
+      buttonPressed(kLeftButton, wParam, lParam);
+      return 0;
+    case WM_RBUTTONDOWN:
+      buttonPressed(kRightButton, wParam, lParam);
+      return 0;
+    case WM_MBUTTONDOWN:
+      buttonPressed(kMiddleButton, wParam, lParam);
+      return 0;
+    case WM_LBUTTONUP:
+      buttonReleased(kLeftButton, wParam, lParam);
+      return 0;
+    case WM_RBUTTONUP:
+      buttonReleased(kRightButton, wParam, lParam);
+      return 0;
+    case WM_MBUTTONUP:
+      buttonReleased(kMiddleButton, wParam, lParam);
+      return 0;
+    case WM_CAPTURECHANGED:
+      pressedButtons_ = 0;
+      return 0;
+    case WM_KEYDOWN:
+      if (keyPressed(wParam, lParam)) return 0;
+      break;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_UPDATEUISTATE: {
+      const LRESULT answer = Window::onMessage(message, wParam, lParam);
+      if (box_.TabStop) {
+        stale_ = true;
+        update();
+      }
+      return answer;
+    }
+    default:
+      break;
+  }
+  return Window::onMessage(message, wParam, lParam);
+}
+
+void PictureBoxWindow::mouseMoved(WPARAM keys, LPARAM position) {
+  // The system says so also when something else has changed under a mouse that rests. Then the pointer stays
+  // where a key may have moved it.
+  if (mousePosition_ == position) return;
+  mousePosition_ = position;
+  raiseMouseMove(modifiersOf(keys), pointAt(position));
+}
+
+void PictureBoxWindow::buttonPressed(int button, WPARAM keys, LPARAM position) {
+  pressedButtons_ |= button;
+  SetCapture(window());
+  if (box_.TabStop) SetFocus(window());
+  raiseMouseMove(modifiersOf(keys), pointAt(position));
+}
+
+void PictureBoxWindow::buttonReleased(int button, WPARAM keys, LPARAM position) {
+  if ((pressedButtons_ & button) == 0) return;
+  pressedButtons_ &= ~button;
+  if (pressedButtons_ == 0) ReleaseCapture();
+  // A click hits where the mouse is, even where a key or another size of the picture's cells came between.
+  raiseMouseMove(modifiersOf(keys), pointAt(position));
+  raiseMouseUp(button, modifiersOf(keys));
+}
+
+bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
+  constexpr LPARAM kRepeated = LPARAM{1} << 30;
+  if (!(box_.KeyStep > 0)) return false;
+  const auto move = moveOf(key);
+  const bool click = key == VK_SPACE || key == VK_RETURN;
+  if (!move && !click) return false;
+  setFocusShows(GetAncestor(window(), GA_ROOT), true);
+  if (move) {
+    movePointer(*move);
+  } else if ((flags & kRepeated) == 0) {
+    movePointer({});
+    raiseMouseUp(kLeftButton, pressedModifiers());
+  }
+  return true;
+}
+
+void PictureBoxWindow::movePointer(KeyMove move) {
+  const PicturePoint middle{static_cast<float>(box_.Width / 2), static_cast<float>(box_.Height / 2)};
+  raiseMouseMove(pressedModifiers(), movedByKey(box_, pointer_.value_or(middle), move));
+}
+
+void PictureBoxWindow::raiseMouseMove(int modifiers, PicturePoint point) {
+  pointer_ = point;
+  gate().raise([&] {
+    if (box_.MouseMove) box_.MouseMove(pressedButtons_, modifiers, point.x, point.y);
+  });
+}
+
+void PictureBoxWindow::raiseMouseUp(int button, int modifiers) {
+  gate().raise([&] {
+    if (box_.MouseUp) box_.MouseUp(button, modifiers, pointer_->x, pointer_->y);
+  });
+}
+
+PicturePoint PictureBoxWindow::pointAt(LPARAM position) const {
+  // The middle of the pixel, so that every pixel of the picture lies within it.
+  const auto twips = [](int pixel, double length, int pixels) {
+    return static_cast<float>((pixel + 0.5) * length / pixels);
+  };
+  return {.x = twips(GET_X_LPARAM(position), box_.Width, buffer_.size().width),
+          .y = twips(GET_Y_LPARAM(position), box_.Height, buffer_.size().height)};
+}
+
+}  // namespace fiar::win32

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/key_pointer.h"
+#include "platform/painter.h"
+#include "platform/picture_box.h"
+#include "platform/win32/control_window.h"
+#include "platform/win32/pixel_buffer.h"
+#include "platform/win32/window.h"
+
+namespace fiar::win32 {
+
+/// Shows a picture box: its picture if it has one, else what is drawn on it. All painting happens in memory
+/// and is shown whole. The mouse and, where the picture takes the focus, the keyboard become its events.
+class PictureBoxWindow final : public Window, public ControlWindow {
+public:
+  PictureBoxWindow(PictureBox& box, const ControlSurroundings& surroundings);
+
+  HWND window() const override { return handle(); }
+  bool takesFocus() const override { return box_.TabStop; }
+  void update() override;
+
+protected:
+  void createWindow(HWND container) override;
+  void fit(PixelSize size, double scale) override;
+  LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void paintBackground(HDC context, const RECT& area) override;
+
+private:
+  bool isShown() const;
+  void render();
+  void drawFocusFrame() const;
+
+  void mouseMoved(WPARAM keys, LPARAM position);
+  void buttonPressed(int button, WPARAM keys, LPARAM position);
+  void buttonReleased(int button, WPARAM keys, LPARAM position);
+  bool keyPressed(WPARAM key, LPARAM flags);
+  void movePointer(KeyMove move);
+  /// Tells the box where the pointer is.
+  void raiseMouseMove(int modifiers, PicturePoint point);
+  void raiseMouseUp(int button, int modifiers);
+  PicturePoint pointAt(LPARAM position) const;
+
+  PictureBox& box_;
+  Pictures& pictures_;
+  TextDrawer textDrawer_;
+  FontHandle font_;
+  PixelBuffer buffer_;
+  PaintScale scale_;
+
+  // What the buffer shows.
+  DrawingList shownDrawing_;
+  PictureRef shownPicture_;
+  Color shownBackColor_ = kBlack;
+  bool stale_ = true;  ///< the buffer has to be painted anew whatever has changed
+
+  std::optional<PicturePoint> pointer_;  ///< where the box was last told that the pointer is
+  std::optional<LPARAM> mousePosition_;  ///< of the last mouse message, in pixels, as messages hold it
+  int pressedButtons_ = 0;               ///< those that were pressed on the box and are still down
+};
+
+}  // namespace fiar::win32

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/bitmap.h"
+#include "platform/controls.h"
+#include "platform/resources.h"
+
+namespace fiar::win32 {
+
+/// A picture of the program that is missing or damaged.
+class PictureError : public std::runtime_error {
+public:
+  PictureError(TextView resource, const std::string& reason);
+};
+
+/// The pictures in the program's resources, in any format that the system knows. A decoded picture is large
+/// and seldom needed, so it is not kept, but for the time in which sizes change again and again.
+class Pictures {
+public:
+  /// \param resources outlives this object.
+  explicit Pictures(const Resources& resources) : resources_(resources) {}
+
+  /// Shows a picture in the size of the target. Throws PictureError.
+  void show(const PictureRef& picture, const BitmapView& target);
+  /// Throws PictureError if the picture cannot be shown.
+  void check(const PictureRef& picture) const { decode(picture); }
+
+  /// Whether decoded pictures are kept from now on; no longer keeping them frees their memory.
+  void keepDecoded(bool keep);
+
+private:
+  struct Decoded {
+    TextView resource;
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+  };
+
+  Decoded decode(const PictureRef& picture) const;
+
+  const Resources& resources_;
+  std::vector<Decoded> kept_;
+  bool keeping_ = false;
+};
+
+}  // namespace fiar::win32

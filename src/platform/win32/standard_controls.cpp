@@ -1,0 +1,200 @@
+#include "platform/win32/standard_controls.h"
+
+#include <commctrl.h>
+
+#include "platform/win32/accessible_name.h"
+#include "platform/win32/check_mark.h"
+#include "platform/win32/error.h"
+#include "platform/win32/event_gate.h"
+#include "platform/win32/fonts.h"
+#include "platform/win32/keyboard.h"
+#include "platform/win32/pixel_buffer.h"
+#include "platform/win32/wide_text.h"
+#include "platform/win32/window.h"
+
+namespace fiar::win32 {
+namespace {
+
+// Height of the list of a closed combo box, in items: enough for all that it will ever be asked to show.
+constexpr int kDroppedItems = 12;
+
+/// Gives the buffer the picture that lies under a control.
+void copyBackground(HWND control, const PixelBuffer& buffer) {
+  const HWND container = GetParent(control);
+  POINT corner{};
+  MapWindowPoints(control, container, &corner, 1);
+  POINT old{};
+  SetViewportOrgEx(buffer.context(), -corner.x, -corner.y, &old);
+  SendMessageW(container, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(buffer.context()), PRF_CLIENT);
+  SetViewportOrgEx(buffer.context(), old.x, old.y, nullptr);
+}
+
+}  // namespace
+
+void useVisualStyles() {
+  INITCOMMONCONTROLSEX classes{};
+  classes.dwSize = sizeof(classes);
+  classes.dwICC = ICC_STANDARD_CLASSES;
+  // Without them the controls merely look plain.
+  InitCommonControlsEx(&classes);
+}
+
+void StandardControl::createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container) {
+  window_.reset(
+      require(CreateWindowExW(0, className, toWide(caption).c_str(), WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0,
+                              1, 1, container, nullptr, GetModuleHandleW(nullptr), nullptr),
+              "CreateWindowEx"));
+  SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<ControlWindow*>(this)));
+  if (!control().AccessibleName.empty()) setAccessibleName(window(), control().AccessibleName);
+}
+
+void StandardControl::fit(PixelSize /*size*/, double scale) {
+  FontHandle font = makeFont(fontSpec_, scale);
+  SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  font_ = std::move(font);
+}
+
+LabelWindow::LabelWindow(const Label& label, const ControlSurroundings& surroundings)
+    : StandardControl(label, label.Font, surroundings), label_(label) {}
+
+void LabelWindow::createWindow(HWND container) {
+  createOfClass(WC_STATICW, label_.Caption, SS_OWNERDRAW, container);
+}
+
+void LabelWindow::update() {
+  if (label_.Caption == shownCaption_ && label_.ForeColor == shownColor_) return;
+  shownCaption_ = label_.Caption;
+  shownColor_ = label_.ForeColor;
+  SetWindowTextW(window(), toWide(shownCaption_).c_str());
+  // The name alone would hide the text from a screen reader, which says either.
+  if (!label_.AccessibleName.empty()) {
+    setAccessibleName(window(), Text(label_.AccessibleName) + u": " + shownCaption_);
+  }
+  InvalidateRect(window(), nullptr, FALSE);
+}
+
+void LabelWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
+  const PixelBuffer buffer(clientSize(window()));
+  copyBackground(window(), buffer);
+  drawTextIn(buffer.context(), shownCaption_, drawing.rcItem, TextPlace::Centre, font(), shownColor_);
+  buffer.show(drawing.hDC, drawing.rcItem);
+}
+
+CommandButtonWindow::CommandButtonWindow(CommandButton& button, const ControlSurroundings& surroundings)
+    : StandardControl(button, button.Font, surroundings), button_(button) {}
+
+void CommandButtonWindow::createWindow(HWND container) {
+  createOfClass(WC_BUTTONW, button_.Caption, WS_TABSTOP | BS_PUSHBUTTON, container);
+  shownCaption_ = button_.Caption;
+}
+
+void CommandButtonWindow::update() {
+  if (button_.Caption == shownCaption_) return;
+  shownCaption_ = button_.Caption;
+  SetWindowTextW(window(), toWide(shownCaption_).c_str());
+}
+
+void CommandButtonWindow::onCommand(UINT code) {
+  if (code != BN_CLICKED) return;
+  gate().raise([this] {
+    if (button_.Click) button_.Click();
+  });
+}
+
+CheckBoxWindow::CheckBoxWindow(CheckBox& box, const ControlSurroundings& surroundings)
+    : StandardControl(box, box.Font, surroundings), box_(box) {}
+
+void CheckBoxWindow::createWindow(HWND container) {
+  createOfClass(WC_BUTTONW, box_.Caption, WS_TABSTOP | BS_AUTOCHECKBOX, container);
+  shownCaption_ = box_.Caption;
+}
+
+void CheckBoxWindow::fit(PixelSize size, double scale) {
+  scale_ = scale;
+  StandardControl::fit(size, scale);
+}
+
+void CheckBoxWindow::update() {
+  if (box_.Caption != shownCaption_) {
+    shownCaption_ = box_.Caption;
+    SetWindowTextW(window(), toWide(shownCaption_).c_str());
+  }
+  if (SendMessageW(window(), BM_GETCHECK, 0, 0) != box_.Value) {
+    SendMessageW(window(), BM_SETCHECK, static_cast<WPARAM>(box_.Value), 0);
+  }
+}
+
+void CheckBoxWindow::onCommand(UINT code) {
+  if (code != BN_CLICKED) return;
+  gate().raise([this] {
+    box_.Value = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0));
+    if (box_.Click) box_.Click();
+  });
+}
+
+std::optional<LRESULT> CheckBoxWindow::onNotify(const NMHDR& notification) {
+  if (notification.code != static_cast<UINT>(NM_CUSTOMDRAW)) return std::nullopt;
+  const auto& drawing = reinterpret_cast<const NMCUSTOMDRAW&>(notification);
+  // Drawn whole at the first stage, whichever comes first here or there.
+  if (drawing.dwDrawStage != CDDS_PREERASE && drawing.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
+  draw(drawing.hdc, static_cast<UINT>(SendMessageW(window(), BM_GETSTATE, 0, 0)));
+  return CDRF_SKIPDEFAULT;
+}
+
+void CheckBoxWindow::draw(HDC context, UINT state) const {
+  const PixelBuffer buffer(clientSize(window()));
+  const RECT area{0, 0, buffer.size().width, buffer.size().height};
+  const bool focused = GetFocus() == window() && focusShows(window());
+  drawCheckBox(buffer, {.value = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0)),
+                        .pressed = (state & BST_PUSHED) != 0,
+                        .focused = focused,
+                        .caption = box_.Caption,
+                        .textColor = box_.ForeColor,
+                        .backColor = box_.BackColor,
+                        .font = font(),
+                        .scale = scale_});
+  buffer.show(context, area);
+}
+
+ComboBoxWindow::ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroundings)
+    : StandardControl(box, box.Font, surroundings), box_(box) {}
+
+void ComboBoxWindow::createWindow(HWND container) {
+  createOfClass(WC_COMBOBOXW, {}, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, container);
+}
+
+void ComboBoxWindow::fit(PixelSize size, double scale) {
+  StandardControl::fit(size, scale);
+  // The class decides on its height: that of the field with what it draws about it.
+  constexpr WPARAM kField = static_cast<WPARAM>(-1);
+  RECT whole{};
+  GetWindowRect(window(), &whole);
+  const auto field = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, kField, 0));
+  const auto item = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, 0, 0));
+  const int frame = static_cast<int>(whole.bottom - whole.top) - field;
+  SendMessageW(window(), CB_SETITEMHEIGHT, kField, std::max(1, size.height - frame));
+  SetWindowPos(window(), nullptr, 0, 0, size.width, size.height + kDroppedItems * item,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+}
+
+void ComboBoxWindow::update() {
+  for (; shownItems_ < box_.items().size(); ++shownItems_) {
+    SendMessageW(window(), CB_ADDSTRING, 0,
+                 reinterpret_cast<LPARAM>(toWide(box_.items()[shownItems_]).c_str()));
+  }
+  // While the list is open the user is still choosing.
+  if (SendMessageW(window(), CB_GETDROPPEDSTATE, 0, 0) != FALSE) return;
+  if (SendMessageW(window(), CB_GETCURSEL, 0, 0) != box_.ListIndex()) {
+    SendMessageW(window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
+  }
+}
+
+void ComboBoxWindow::onCommand(UINT code) {
+  // The selection is read again when the list closes: giving up puts the old one back without a word.
+  if (code != CBN_SELCHANGE && code != CBN_CLOSEUP) return;
+  const auto selected = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));
+  if (selected == box_.ListIndex()) return;
+  gate().raise([&] { box_.setListIndex(selected); });
+}
+
+}  // namespace fiar::win32

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/win32/control_window.h"
+#include "platform/win32/handle.h"
+
+namespace fiar::win32 {
+
+/// Gives the standard controls the looks of the user's system. To be called before the first window is made.
+void useVisualStyles();
+
+/// A control that the system has a window class for. What the user does to it comes through its container.
+class StandardControl : public ControlWindow {
+public:
+  HWND window() const override { return window_.get(); }
+  bool takesFocus() const override { return true; }
+
+protected:
+  StandardControl(const Control& control, const FontSpec& font, const ControlSurroundings& surroundings)
+      : ControlWindow(control), gate_(surroundings.gate), fontSpec_(font) {}
+
+  /// Creates a window of one of the system's classes in the container.
+  void createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container);
+  void fit(PixelSize size, double scale) override;
+
+  EventGate& gate() const { return gate_; }
+  HFONT font() const { return font_.get(); }
+
+private:
+  EventGate& gate_;
+  const FontSpec& fontSpec_;
+  FontHandle font_;  ///< outlives the window, which uses it
+  WindowHandle window_;
+};
+
+/// Text on the picture of its container.
+class LabelWindow final : public StandardControl {
+public:
+  LabelWindow(const Label& label, const ControlSurroundings& surroundings);
+  bool takesFocus() const override { return false; }
+  void update() override;
+
+protected:
+  void createWindow(HWND container) override;
+  void onDraw(const DRAWITEMSTRUCT& drawing) override;
+
+private:
+  const Label& label_;
+  Text shownCaption_;
+  Color shownColor_ = kBlack;
+};
+
+class CommandButtonWindow final : public StandardControl {
+public:
+  CommandButtonWindow(CommandButton& button, const ControlSurroundings& surroundings);
+  void update() override;
+
+protected:
+  void createWindow(HWND container) override;
+  void onCommand(UINT code) override;
+
+private:
+  CommandButton& button_;
+  Text shownCaption_;
+};
+
+/// A check box that keeps the colours of its design and grows with the form: it draws itself, mark and all.
+class CheckBoxWindow final : public StandardControl {
+public:
+  CheckBoxWindow(CheckBox& box, const ControlSurroundings& surroundings);
+  void update() override;
+
+protected:
+  void createWindow(HWND container) override;
+  void fit(PixelSize size, double scale) override;
+  void onCommand(UINT code) override;
+  std::optional<LRESULT> onNotify(const NMHDR& notification) override;
+
+private:
+  void draw(HDC context, UINT state) const;
+
+  CheckBox& box_;
+  Text shownCaption_;
+  double scale_ = 0;
+};
+
+class ComboBoxWindow final : public StandardControl {
+public:
+  ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroundings);
+  void update() override;
+
+protected:
+  void createWindow(HWND container) override;
+  void fit(PixelSize size, double scale) override;
+  void onCommand(UINT code) override;
+
+private:
+  ComboBox& box_;
+  std::size_t shownItems_ = 0;
+};
+
+}  // namespace fiar::win32

@@ -1,0 +1,73 @@
+// Where the program starts: makes the machine's services and the window, and runs until the window is closed.
+
+#include <windows.h>
+
+#include <memory>
+
+#include "app/mainFrm.h"
+#include "platform/win32/com.h"
+#include "platform/win32/fatal_error.h"
+#include "platform/win32/form_window.h"
+#include "platform/win32/standard_controls.h"
+#include "platform/win32/win32_environment.h"
+#include "platform/win32/win32_events.h"
+#include "platform/win32/win32_resources.h"
+#include "platform/win32/win32_sound.h"
+
+namespace fiar::win32 {
+namespace {
+
+constexpr TextView kInstanceName = u"FiveInARow.6C1B0C5E-52F3-4E0B-9E63-0F3D2A7B8C41";
+
+/// A database that there is none of.
+class NoDatabase final : public Database {
+public:
+  void open(TextView /*connectText*/) override { throw std::runtime_error("no database"); }
+};
+
+int run(int showCommand) {
+  const ComApartment apartment;
+  useVisualStyles();
+
+  const Win32Environment environment(kInstanceName);
+  const Win32Resources resources;
+  MersenneTwister random;
+  Win32SoundPlayer sound;
+  NoDatabase database;
+  EventGate gate;
+  std::unique_ptr<FormWindow> window;
+  Win32Events events([&window](const MSG& message) { return window && window->dealsWith(message); });
+  const Platform platform{systemClock(),
+                          CodePage::system(),
+                          systemRegionalFormat(),
+                          environment,
+                          resources,
+                          random,
+                          sound,
+                          events,
+                          database};
+
+  Toolkit toolkit(platform);
+  mainFrm mainWindow(platform, toolkit);
+  window = std::make_unique<FormWindow>(mainWindow.form, gate, resources);
+  window->show(showCommand);
+  const int exitCode = events.runUntilQuit();
+  gate.rethrowFailure();
+  return exitCode;
+}
+
+}  // namespace
+}  // namespace fiar::win32
+
+int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int showCommand) {
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+  fiar::win32::reportFatalErrors();
+  try {
+    return fiar::win32::run(showCommand);
+  } catch (const std::exception& error) {
+    fiar::win32::showFatalError(error.what());
+  } catch (...) {
+    fiar::win32::showFatalError("an unknown error");
+  }
+  return EXIT_FAILURE;
+}
