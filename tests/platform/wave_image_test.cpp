@@ -33,20 +33,11 @@ TEST(WaveImage, IsNotPlayableWhenAnythingIsAmiss) {
   const std::string tooLong = std::string("data\xFF\xFF\xFF\xFF", 8) + "ab";
   const std::string wrongForm = chunk("RIFF", "WEVA" + kFormat + kData);
   const std::string wrongFile = chunk("RIFX", "WAVE" + kFormat + kData);
-  for (const std::string& image : {
-           std::string(),
-           std::string("RIFF"),
-           wrongForm,
-           wrongFile,
-           wave(""),
-           wave(kFormat),
-           wave(kData),
-           wave(kData + kFormat),
-           wave(kFormat + chunk("data", "")),
-           wave(chunk("fmt ", std::string(15, '\1')) + kData),
-           wave(kFormat + tooLong),
-           wave(kFormat + kData + tooLong),
-       }) {
+  for (const std::string& image :
+       {std::string(), std::string("RIFF"), wrongForm, wrongFile, wave(""), wave(kFormat), wave(kData),
+        wave(kData + kFormat), wave(kFormat + chunk("data", "")),
+        wave(chunk("fmt ", std::string(15, '\1')) + kData), wave(kFormat + tooLong),
+        wave(kFormat + kData + tooLong)}) {
     EXPECT_FALSE(isPlayableWave(image)) << testing::PrintToString(image);
   }
 }

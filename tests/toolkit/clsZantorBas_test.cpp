@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <numeric>
+#include <stdexcept>
 
 #include "support/fake_platform.h"
 #include "toolkit/toolkit.h"
@@ -29,29 +29,24 @@ TEST(Dec2bin, WritesBinaryDigitsInGroupsOfEight) {
     TextView plain;
     TextView padded;
   };
-  for (const Case& c : {
-           Case{0, u"0", u"00000000"},
-           Case{1, u"1", u"00000001"},
-           Case{5, u"101", u"00000101"},
-           Case{4.5, u"100", u"00000100"},
-           Case{255, u"11111111", u"11111111"},
-           Case{256, u"100000000", u"0000000100000000"},
-           Case{300, u"100101100", u"0000000100101100"},
-           Case{65536, u"10000000000000000", u"000000010000000000000000"},
-           Case{2147483647, u"1111111111111111111111111111111", u"01111111111111111111111111111111"},
-           Case{-5, u"-10-1", u"000-10-1"},
-       }) {
+  for (const Case& c :
+       {Case{0, u"0", u"00000000"}, Case{1, u"1", u"00000001"}, Case{5, u"101", u"00000101"},
+        Case{4.5, u"100", u"00000100"}, Case{5.5, u"110", u"00000110"}, Case{0.5001, u"1", u"00000001"},
+        Case{255, u"11111111", u"11111111"}, Case{256, u"100000000", u"0000000100000000"},
+        Case{300, u"100101100", u"0000000100101100"},
+        Case{65536, u"10000000000000000", u"000000010000000000000000"},
+        Case{2147483647.4999, u"1111111111111111111111111111111", u"01111111111111111111111111111111"},
+        Case{-5, u"-10-1", u"000-10-1"}}) {
     EXPECT_EQ(clsZantorBas::dec2bin(c.value, false), c.plain) << c.value;
     EXPECT_EQ(clsZantorBas::dec2bin(c.value, true), c.padded) << c.value;
+  }
+  for (const double bad : {2147483647.5, -2147483648.5001, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+    EXPECT_THROW(clsZantorBas::dec2bin(bad, true), std::overflow_error) << bad;
   }
 }
 
 class DelayEvents : public testing::Test {
 protected:
-  double waited() const {
-    return std::accumulate(machine.events.waits.begin(), machine.events.waits.end(), 0.0);
-  }
-
   test::FakePlatform machine;
   Toolkit toolkit{machine.platform};
   clsZantorBas& bas = toolkit.bas();
@@ -77,21 +72,18 @@ TEST_F(DelayEvents, WaitsTheWholeTimeThroughEventsAndMidnight) {
 TEST_F(DelayEvents, WaitsLongerThanHalfADay) {
   machine.clock.seconds = 40000;
   bas.DelayEvents(50000);
-  EXPECT_NEAR(waited(), 50000, 1e-6);
   EXPECT_NEAR(machine.clock.seconds, 3600, 1e-6);
 }
 
-TEST_F(DelayEvents, SurvivesAClockThatIsSetBack) {
+// A clock may be set back, and a coarse one stands still while events come.
+TEST_F(DelayEvents, SurvivesAClockThatIsSetBackOrStandsStill) {
   machine.events.onEvents = [this] {
     if (machine.events.waits.size() == 1) machine.clock.seconds -= 7200;
   };
   bas.DelayEvents(0.1);
-  EXPECT_NEAR(waited(), 0.2, 1e-6);
-}
-
-TEST_F(DelayEvents, GoesOnWhileTheClockStandsStill) {
-  // Events come faster than a coarse clock ticks.
+  EXPECT_EQ(machine.events.waits.size(), 2U);
   machine.events.longestWait = 0;
+  machine.events.processed = 0;
   machine.events.onEvents = [this] {
     if (machine.events.processed % 10 == 0) machine.clock.advance(0.0625);
   };

@@ -8,21 +8,6 @@
 namespace fiar {
 namespace {
 
-// Writes down its letter when it is released.
-class Witness {
-public:
-  Witness(std::string& record, char letter) : record_(record), letter_(letter) {}
-  Witness(const Witness&) = delete;
-  Witness& operator=(const Witness&) = delete;
-  Witness(Witness&&) = delete;
-  Witness& operator=(Witness&&) = delete;
-  ~Witness() { record_ += letter_; }
-
-private:
-  std::string& record_;
-  char letter_;
-};
-
 TEST(Toolkit, SharesOneInstanceOfEachClass) {
   test::FakePlatform machine;
   Toolkit toolkit(machine.platform);
@@ -38,22 +23,18 @@ TEST(Toolkit, ReleasesItsInstancesInOrderAndNothingElse) {
   {
     Toolkit toolkit(machine.platform);
     const auto hold = [&](ToolkitClass which, char letter) {
-      toolkit.setInstance(which, std::make_shared<Witness>(released, letter));
+      toolkit.setInstance(
+          which, std::shared_ptr<void>(&released, [&released, letter](void*) { released += letter; }));
     };
-    hold(ToolkitClass::Math, '8');
-    hold(ToolkitClass::CodeCod, '7');
-    hold(ToolkitClass::Api, '2');
-    hold(ToolkitClass::Bas, '1');
-    hold(ToolkitClass::File, '4');
-    hold(ToolkitClass::Xml, '6');
-    hold(ToolkitClass::Mail, '3');
-    hold(ToolkitClass::Web, '5');
+    using enum ToolkitClass;
+    char letter = '1';
+    for (const ToolkitClass which : {Bas, Api, Mail, File, Web, Xml, CodeCod, Math}) hold(which, letter++);
     toolkit.variables().setVar(u"name", u"kept");
     toolkit.releaseToolkit();
     EXPECT_EQ(released, "12345678");
     EXPECT_EQ(toolkit.variables().getVar(u"name"), u"kept");
     EXPECT_FALSE(toolkit.bas().IsRunningInIde());
-    hold(ToolkitClass::Web, 'e');
+    hold(Web, 'e');
   }
   EXPECT_EQ(released, "12345678e");
 }

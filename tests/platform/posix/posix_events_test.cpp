@@ -1,6 +1,7 @@
 #include "platform/posix/posix_events.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
@@ -10,100 +11,72 @@
 namespace fiar {
 namespace {
 
-class Pipe {
-public:
-  Pipe() { EXPECT_EQ(pipe(ends_.data()), 0); }
-  Pipe(const Pipe&) = delete;
-  Pipe& operator=(const Pipe&) = delete;
-  Pipe(Pipe&&) = delete;
-  Pipe& operator=(Pipe&&) = delete;
-  ~Pipe() {
-    close(ends_[0]);
-    closeWriter();
+class PosixEventsTest : public testing::Test {
+protected:
+  PosixEventsTest() {
+    for (auto& line : lines) EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, line.data()), 0);
   }
-
-  int reader() const { return ends_[0]; }
-  void write() const { EXPECT_EQ(::write(ends_[1], "x", 1), 1); }
-  void read() const {
-    char byte = 0;
-    EXPECT_EQ(::read(ends_[0], &byte, 1), 1);
+  ~PosixEventsTest() override {
+    for (const auto& line : lines) {
+      for (const int end : line) close(end);
+    }
   }
-  void closeWriter() {
-    if (ends_[1] >= 0) close(ends_[1]);
-    ends_[1] = -1;
-  }
+  static void send(const std::array<int, 2>& line) { EXPECT_EQ(write(line[1], "x", 1), 1); }
 
-private:
-  std::array<int, 2> ends_{-1, -1};
-};
-
-TEST(PosixEvents, AreDeliveredOnceForEachDeliveryWhileReady) {
-  Pipe pipe;
+  std::array<std::array<int, 2>, 2> lines{};  ///< two lines, each from its second end to its first
   PosixEvents events;
   int calls = 0;
-  events.watch(pipe.reader(), POLLIN, [&](short ready) {
+};
+
+TEST_F(PosixEventsTest, AreDeliveredOnceForEachDeliveryWhileReady) {
+  events.watch(lines[0][0], POLLIN, [&](short ready) {
     EXPECT_EQ(ready, POLLIN);
-    if (++calls == 2) pipe.read();
+    char byte = 0;
+    if (++calls == 2) {
+      EXPECT_EQ(read(lines[0][0], &byte, 1), 1);
+    }
   });
   events.process();
   EXPECT_EQ(calls, 0);
-  pipe.write();
+  send(lines[0]);
   for (int i = 0; i < 3; ++i) events.process();
   EXPECT_EQ(calls, 2);
-  events.watch(pipe.reader(), 0, [&](short ready) { calls += ready & POLLHUP ? 10 : 100; });
-  pipe.write();
-  events.process();
-  EXPECT_EQ(calls, 2);
-  pipe.closeWriter();
-  events.process();
-  EXPECT_EQ(calls, 12);
 }
 
-TEST(PosixEvents, EndAWaitAndNothingElseDoesBeforeItsTime) {
+TEST_F(PosixEventsTest, EndAWaitWhichLastsItsTimeWithoutThem) {
   using Time = std::chrono::steady_clock;
-  Pipe pipe;
-  PosixEvents events;
-  bool delivered = false;
-  events.watch(pipe.reader(), POLLIN, [&](short) { delivered = true; });
+  events.watch(lines[0][0], POLLIN, [&](short) { ++calls; });
   const auto start = Time::now();
   events.waitAndProcess(0.05);
   EXPECT_GE(Time::now() - start, std::chrono::milliseconds(49));
-  EXPECT_FALSE(delivered);
-  std::thread writer([&pipe] { pipe.write(); });
+  EXPECT_EQ(calls, 0);
+  std::thread sender([this] { send(lines[0]); });
   events.waitAndProcess(60);
-  writer.join();
-  EXPECT_TRUE(delivered);
+  sender.join();
+  EXPECT_EQ(calls, 1);
   EXPECT_LT(Time::now() - start, std::chrono::seconds(30));
 }
 
 // Whichever is called first ends the other's watch and its own, and delivers events itself.
-TEST(PosixEvents, LetCallbacksChangeTheWatches) {
-  Pipe first;
-  Pipe second;
-  PosixEvents events;
-  int calls = 0;
-  const std::string longEnoughToLiveOnTheHeap(100, 'x');
-  const auto endAll = [&, longEnoughToLiveOnTheHeap](short) {
-    ++calls;
-    events.unwatch(first.reader());
-    events.unwatch(second.reader());
-    events.process();
-    EXPECT_EQ(longEnoughToLiveOnTheHeap.size(), 100U);
-  };
-  for (const Pipe* pipe : {&first, &second}) {
-    pipe->write();
-    events.watch(pipe->reader(), POLLIN, endAll);
+TEST_F(PosixEventsTest, MayEndAndReplaceTheWatches) {
+  const std::string kept(100, 'x');
+  for (const auto& line : lines) {
+    send(line);
+    events.watch(line[0], POLLIN, [this, kept](short) {
+      ++calls;
+      for (const auto& each : lines) events.unwatch(each[0]);
+      events.process();
+      EXPECT_EQ(kept.size(), 100U) << "a callback outlives its own call";
+    });
   }
-  events.process();
-  events.process();
+  for (int i = 0; i < 2; ++i) events.process();
   EXPECT_EQ(calls, 1);
-  // A watch that is replaced before its turn is not called in its old form, nor the new one too early.
-  const auto replaceBoth = [&](short) {
-    for (const Pipe* pipe : {&first, &second}) {
-      events.watch(pipe->reader(), POLLIN, [&calls](short) { calls += 10; });
-    }
-  };
-  for (const Pipe* pipe : {&first, &second}) events.watch(pipe->reader(), POLLIN, replaceBoth);
+  // A watch that is replaced before its turn is called in neither form.
+  for (const auto& line : lines) {
+    events.watch(line[0], POLLIN, [this](short) {
+      for (const auto& each : lines) events.watch(each[0], POLLIN, [this](short) { calls += 10; });
+    });
+  }
   events.process();
   EXPECT_EQ(calls, 1);
   events.process();

@@ -33,7 +33,7 @@ protected:
 private:
   static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const self = reinterpret_cast<Win32EventsTest*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
-    if (message != kNote && message != WM_TIMER) return DefWindowProcW(handle, message, wParam, lParam);
+    if (message != kNote) return DefWindowProcW(handle, message, wParam, lParam);
     ++self->received;
     if (self->onMessage) self->onMessage();
     return 0;
