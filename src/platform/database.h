@@ -13,4 +13,9 @@ public:
   virtual void open(TextView connectText) = 0;
 };
 
+/// A query for the connection, empty until it is put.
+struct DatabaseQuery {
+  Text statement;
+};
+
 }  // namespace fiar
