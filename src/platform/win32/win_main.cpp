@@ -5,6 +5,8 @@
 #include <memory>
 
 #include "app/mainFrm.h"
+#include "app/startUpMod.h"
+#include "platform/recorded_database.h"
 #include "platform/win32/com.h"
 #include "platform/win32/fatal_error.h"
 #include "platform/win32/form_window.h"
@@ -19,12 +21,6 @@ namespace {
 
 constexpr TextView kInstanceName = u"FiveInARow.6C1B0C5E-52F3-4E0B-9E63-0F3D2A7B8C41";
 
-/// A database that there is none of.
-class NoDatabase final : public Database {
-public:
-  void open(TextView /*connectText*/) override { throw std::runtime_error("no database"); }
-};
-
 int run(int showCommand) {
   const ComApartment apartment;
   useVisualStyles();
@@ -33,7 +29,7 @@ int run(int showCommand) {
   const Win32Resources resources;
   MersenneTwister random;
   Win32SoundPlayer sound;
-  NoDatabase database;
+  RecordedDatabase database;
   EventGate gate;
   std::unique_ptr<FormWindow> window;
   Win32Events events([&window](const MSG& message) { return window && window->dealsWith(message); });
@@ -49,8 +45,11 @@ int run(int showCommand) {
 
   Toolkit toolkit(platform);
   mainFrm mainWindow(platform, toolkit);
-  window = std::make_unique<FormWindow>(mainWindow.form, gate, resources);
-  window->show(showCommand);
+  startUpMod::ProgramValues values;
+  startUpMod::Main(toolkit, values, [&] {
+    window = std::make_unique<FormWindow>(mainWindow.form, gate, resources);
+    window->show(showCommand);
+  });
   const int exitCode = events.runUntilQuit();
   gate.rethrowFailure();
   return exitCode;
