@@ -49,8 +49,13 @@ public:
   void layOut(const FormLayout& layout);
   /// Shows what differs from what is shown; nothing else is touched.
   virtual void update() = 0;
+  /// Lets the control show from now on that it has the focus, or not.
+  virtual void showFocus(bool shows) { focusShows_ = shows; }
 
 protected:
+  /// Whether it shows that it has the focus, if it has.
+  bool focusShows() const { return focusShows_; }
+
   virtual void createWindow(HWND container) = 0;
   /// Fits what is shown into a new size of the window, at a scale in pixels per twip.
   virtual void fit(PixelSize size, double scale) = 0;
@@ -62,6 +67,7 @@ protected:
 
 private:
   const Control& control_;
+  bool focusShows_ = false;
 };
 
 }  // namespace fiar::win32

@@ -112,17 +112,16 @@ void FormWindow::paintBackground(HDC context, const RECT& area) {
 
 bool FormWindow::dealsWith(const MSG& message) {
   if (message.hwnd != handle() && IsChild(handle(), message.hwnd) == FALSE) return false;
-  switch (message.message) {
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-      setFocusShows(handle(), false);
-      return false;
-    case WM_KEYDOWN:
-      return handleDialogKey(message, tabOrder());
-    default:
-      return false;
-  }
+  if (const auto shows = focusHasToShow(message)) showFocus(*shows);
+  return message.message == WM_KEYDOWN && handleDialogKey(message, tabOrder());
+}
+
+void FormWindow::showFocus(bool shows) {
+  if (shows == focusShows_) return;
+  focusShows_ = shows;
+  // The standard controls keep it in their windows.
+  SendMessageW(handle(), WM_CHANGEUISTATE, MAKEWPARAM(shows ? UIS_CLEAR : UIS_SET, UISF_HIDEFOCUS), 0);
+  for (const Item& item : items_) item.window->showFocus(shows);
 }
 
 void FormWindow::update() {

@@ -56,6 +56,7 @@ private:
   void hideItem(std::size_t index);
   /// The window to which the focus goes when the control that has it is hidden.
   HWND focusAfter(std::size_t index) const;
+  void showFocus(bool shows);
   void updateTimers();
   void tick(std::size_t index);
 
@@ -84,6 +85,7 @@ private:
   Text shownCaption_;
   IconHandle largeIcon_;
   IconHandle smallIcon_;
+  bool focusShows_ = false;
   HWND lastFocus_ = nullptr;  ///< the control that had the focus before another program took it
 };
 

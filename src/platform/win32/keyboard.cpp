@@ -35,7 +35,6 @@ bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder) {
     case VK_TAB:
       if (isDown(VK_CONTROL)) return false;
       moveFocus(tabOrder, isDown(VK_SHIFT));
-      setFocusShows(GetAncestor(message.hwnd, GA_ROOT), true);
       return true;
     case VK_RETURN:
       if (!isPushButton(message.hwnd)) return false;
@@ -46,12 +45,28 @@ bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder) {
   }
 }
 
-bool focusShows(HWND window) {
-  return (SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
-}
-
-void setFocusShows(HWND topWindow, bool shows) {
-  SendMessageW(topWindow, WM_CHANGEUISTATE, MAKEWPARAM(shows ? UIS_CLEAR : UIS_SET, UISF_HIDEFOCUS), 0);
+std::optional<bool> focusHasToShow(const MSG& message) {
+  switch (message.message) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+      return false;
+    case WM_KEYDOWN:
+      switch (message.wParam) {
+        case VK_TAB:
+        case VK_RETURN:
+        case VK_SPACE:
+        case VK_LEFT:
+        case VK_RIGHT:
+        case VK_UP:
+        case VK_DOWN:
+          return true;
+        default:
+          return std::nullopt;
+      }
+    default:
+      return std::nullopt;
+  }
 }
 
 int pressedModifiers() {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <vector>
 
 namespace fiar::win32 {
@@ -11,11 +12,9 @@ namespace fiar::win32 {
 /// can have the focus now, in their order.
 bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder);
 
-/// Whether the controls in a window show which of them has the focus. They do once the keyboard is used, and
-/// no longer when the mouse is.
-bool focusShows(HWND window);
-/// Makes all controls of a window of its own show the focus or not.
-void setFocusShows(HWND topWindow, bool shows);
+/// Whether a message tells of the keyboard's use (true) or the mouse's (false) in a way that decides whether
+/// the focus has to be seen; nothing for other messages.
+std::optional<bool> focusHasToShow(const MSG& message);
 
 /// The modifier keys that are down, as events report them.
 int pressedModifiers();

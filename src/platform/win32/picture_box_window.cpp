@@ -72,6 +72,17 @@ void PictureBoxWindow::update() {
   UpdateWindow(window());
 }
 
+void PictureBoxWindow::showFocus(bool shows) {
+  ControlWindow::showFocus(shows);
+  updateFocus();
+}
+
+void PictureBoxWindow::updateFocus() {
+  if ((focused_ && focusShows()) == focusShown_) return;
+  stale_ = true;
+  update();
+}
+
 bool PictureBoxWindow::isShown() const {
   if (!(box_.Picture == shownPicture_)) return false;
   if (!box_.Picture.resource.empty()) return true;
@@ -84,7 +95,8 @@ void PictureBoxWindow::render() {
   } else {
     pictures_.show(box_.Picture, buffer_.pixels());
   }
-  if (box_.TabStop && GetFocus() == window() && focusShows(window())) drawFocusFrame();
+  focusShown_ = focused_ && focusShows();
+  if (focusShown_) drawFocusFrame();
   shownDrawing_ = box_.drawing();
   shownPicture_ = box_.Picture;
   shownBackColor_ = box_.BackColor;
@@ -136,14 +148,9 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-    case WM_UPDATEUISTATE: {
-      const LRESULT answer = Window::onMessage(message, wParam, lParam);
-      if (box_.TabStop) {
-        stale_ = true;
-        update();
-      }
-      return answer;
-    }
+      focused_ = message == WM_SETFOCUS;
+      updateFocus();
+      return 0;
     default:
       break;
   }
@@ -180,7 +187,6 @@ bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
   const auto move = moveOf(key);
   const bool click = key == VK_SPACE || key == VK_RETURN;
   if (!move && !click) return false;
-  setFocusShows(GetAncestor(window(), GA_ROOT), true);
   if (move) {
     movePointer(*move);
   } else if ((flags & kRepeated) == 0) {

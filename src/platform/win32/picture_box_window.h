@@ -20,6 +20,7 @@ public:
   HWND window() const override { return handle(); }
   bool takesFocus() const override { return box_.TabStop; }
   void update() override;
+  void showFocus(bool shows) override;
 
 protected:
   void createWindow(HWND container) override;
@@ -30,6 +31,7 @@ protected:
 private:
   bool isShown() const;
   void render();
+  void updateFocus();
   void drawFocusFrame() const;
 
   void mouseMoved(WPARAM keys, LPARAM position);
@@ -53,8 +55,10 @@ private:
   DrawingList shownDrawing_;
   PictureRef shownPicture_;
   Color shownBackColor_ = kBlack;
+  bool focusShown_ = false;
   bool stale_ = true;  ///< the buffer has to be painted anew whatever has changed
 
+  bool focused_ = false;
   std::optional<PicturePoint> pointer_;  ///< where the box was last told that the pointer is
   std::optional<LPARAM> mousePosition_;  ///< of the last mouse message, in pixels, as messages hold it
   int pressedButtons_ = 0;               ///< those that were pressed on the box and are still down

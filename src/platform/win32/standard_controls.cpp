@@ -2,12 +2,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/win32/accessible_name.h"
 #include "platform/win32/check_mark.h"
 #include "platform/win32/error.h"
 #include "platform/win32/event_gate.h"
 #include "platform/win32/fonts.h"
-#include "platform/win32/keyboard.h"
 #include "platform/win32/pixel_buffer.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/window.h"
@@ -17,6 +19,8 @@ namespace {
 
 // Height of the list of a closed combo box, in items: enough for all that it will ever be asked to show.
 constexpr int kDroppedItems = 12;
+// From the left edge of an item to its text, in twips.
+constexpr double kItemIndent = 60;
 
 /// Gives the buffer the picture that lies under a control.
 void copyBackground(HWND control, const PixelBuffer& buffer) {
@@ -144,10 +148,9 @@ std::optional<LRESULT> CheckBoxWindow::onNotify(const NMHDR& notification) {
 void CheckBoxWindow::draw(HDC context, UINT state) const {
   const PixelBuffer buffer(clientSize(window()));
   const RECT area{0, 0, buffer.size().width, buffer.size().height};
-  const bool focused = GetFocus() == window() && focusShows(window());
   drawCheckBox(buffer, {.value = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0)),
                         .pressed = (state & BST_PUSHED) != 0,
-                        .focused = focused,
+                        .focused = focusShows() && GetFocus() == window(),
                         .caption = box_.Caption,
                         .textColor = box_.ForeColor,
                         .backColor = box_.BackColor,
@@ -160,19 +163,22 @@ ComboBoxWindow::ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroun
     : StandardControl(box, box.Font, surroundings), box_(box) {}
 
 void ComboBoxWindow::createWindow(HWND container) {
-  createOfClass(WC_COMBOBOXW, {}, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, container);
+  createOfClass(WC_COMBOBOXW, {},
+                WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, container);
 }
 
 void ComboBoxWindow::fit(PixelSize size, double scale) {
+  indent_ = static_cast<int>(std::lround(kItemIndent * scale));
   StandardControl::fit(size, scale);
   // The class decides on its height: that of the field with what it draws about it.
   constexpr WPARAM kField = static_cast<WPARAM>(-1);
   RECT whole{};
   GetWindowRect(window(), &whole);
   const auto field = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, kField, 0));
-  const auto item = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, 0, 0));
   const int frame = static_cast<int>(whole.bottom - whole.top) - field;
-  SendMessageW(window(), CB_SETITEMHEIGHT, kField, std::max(1, size.height - frame));
+  const int item = std::max(1, size.height - frame);
+  SendMessageW(window(), CB_SETITEMHEIGHT, kField, item);
+  SendMessageW(window(), CB_SETITEMHEIGHT, 0, item);
   SetWindowPos(window(), nullptr, 0, 0, size.width, size.height + kDroppedItems * item,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
@@ -187,6 +193,24 @@ void ComboBoxWindow::update() {
   if (SendMessageW(window(), CB_GETCURSEL, 0, 0) != box_.ListIndex()) {
     SendMessageW(window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
   }
+}
+
+// The system's own drawing leaves the text at the top of a field that has grown with the form.
+void ComboBoxWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
+  // The field of the closed box is marked as the list's items are, but only for those who use the keyboard.
+  const bool field = (drawing.itemState & ODS_COMBOBOXEDIT) != 0;
+  const bool marked = (drawing.itemState & ODS_SELECTED) != 0 && (!field || focusShows());
+  FillRect(drawing.hDC, &drawing.rcItem, GetSysColorBrush(marked ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  if (drawing.itemID >= box_.items().size()) return;
+  RECT text = drawing.rcItem;
+  text.left += indent_;
+  drawTextIn(drawing.hDC, box_.items()[drawing.itemID], text, TextPlace::Left, font(),
+             GetSysColor(marked ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+}
+
+void ComboBoxWindow::showFocus(bool shows) {
+  StandardControl::showFocus(shows);
+  if (window() != nullptr) InvalidateRect(window(), nullptr, FALSE);
 }
 
 void ComboBoxWindow::onCommand(UINT code) {

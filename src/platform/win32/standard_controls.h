@@ -87,15 +87,18 @@ class ComboBoxWindow final : public StandardControl {
 public:
   ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroundings);
   void update() override;
+  void showFocus(bool shows) override;
 
 protected:
   void createWindow(HWND container) override;
   void fit(PixelSize size, double scale) override;
   void onCommand(UINT code) override;
+  void onDraw(const DRAWITEMSTRUCT& drawing) override;
 
 private:
   ComboBox& box_;
   std::size_t shownItems_ = 0;
+  int indent_ = 0;
 };
 
 }  // namespace fiar::win32
