@@ -123,15 +123,17 @@ void CheckBoxWindow::update() {
     shownCaption_ = box_.Caption;
     SetWindowTextW(window(), toWide(shownCaption_).c_str());
   }
-  if (SendMessageW(window(), BM_GETCHECK, 0, 0) != box_.Value) {
-    SendMessageW(window(), BM_SETCHECK, static_cast<WPARAM>(box_.Value), 0);
+  if (box_.Value != shownValue_) {
+    shownValue_ = box_.Value;
+    SendMessageW(window(), BM_SETCHECK, static_cast<WPARAM>(shownValue_), 0);
   }
 }
 
 void CheckBoxWindow::onCommand(UINT code) {
   if (code != BN_CLICKED) return;
   gate().raise([this] {
-    box_.Value = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0));
+    shownValue_ = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0));
+    box_.Value = shownValue_;
     if (box_.Click) box_.Click();
   });
 }
@@ -188,10 +190,9 @@ void ComboBoxWindow::update() {
     SendMessageW(window(), CB_ADDSTRING, 0,
                  reinterpret_cast<LPARAM>(toWide(box_.items()[shownItems_]).c_str()));
   }
-  // While the list is open the user is still choosing.
-  if (SendMessageW(window(), CB_GETDROPPEDSTATE, 0, 0) != FALSE) return;
-  if (SendMessageW(window(), CB_GETCURSEL, 0, 0) != box_.ListIndex()) {
-    SendMessageW(window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
+  if (box_.ListIndex() != shownIndex_) {
+    shownIndex_ = box_.ListIndex();
+    SendMessageW(window(), CB_SETCURSEL, static_cast<WPARAM>(shownIndex_), 0);
   }
 }
 
@@ -216,9 +217,9 @@ void ComboBoxWindow::showFocus(bool shows) {
 void ComboBoxWindow::onCommand(UINT code) {
   // The selection is read again when the list closes: giving up puts the old one back without a word.
   if (code != CBN_SELCHANGE && code != CBN_CLOSEUP) return;
-  const auto selected = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));
-  if (selected == box_.ListIndex()) return;
-  gate().raise([&] { box_.setListIndex(selected); });
+  shownIndex_ = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));
+  if (shownIndex_ == box_.ListIndex()) return;
+  gate().raise([this] { box_.setListIndex(shownIndex_); });
 }
 
 }  // namespace fiar::win32

@@ -80,6 +80,7 @@ private:
 
   CheckBox& box_;
   Text shownCaption_;
+  int shownValue_ = 0;
   double scale_ = 0;
 };
 
@@ -98,6 +99,7 @@ protected:
 private:
   ComboBox& box_;
   std::size_t shownItems_ = 0;
+  int shownIndex_ = -1;
   int indent_ = 0;
 };
 
