@@ -51,6 +51,7 @@ void FormWindow::checkPictures() const {
 
 FormWindow::~FormWindow() {
   gate().afterEvent([] {});
+  lastFocus_ = nullptr;
   // Contents before their containers.
   while (!items_.empty()) items_.pop_back();
 }

@@ -31,8 +31,10 @@ int run(int showCommand) {
   Win32SoundPlayer sound;
   RecordedDatabase database;
   EventGate gate;
-  std::unique_ptr<FormWindow> window;
-  Win32Events events([&window](const MSG& message) { return window && window->dealsWith(message); });
+  FormWindow* keyTaker = nullptr;
+  Win32Events events([&keyTaker](const MSG& message) {
+    return keyTaker != nullptr && keyTaker->dealsWith(message);
+  });
   const Platform platform{systemClock(),
                           CodePage::system(),
                           systemRegionalFormat(),
@@ -45,9 +47,11 @@ int run(int showCommand) {
 
   Toolkit toolkit(platform);
   mainFrm mainWindow(platform, toolkit);
+  std::unique_ptr<FormWindow> window;
   startUpMod::ProgramValues values;
   startUpMod::Main(toolkit, values, [&] {
     window = std::make_unique<FormWindow>(mainWindow.form, gate, resources);
+    keyTaker = window.get();
     window->show(showCommand);
   });
   const int exitCode = events.runUntilQuit();
