@@ -12,6 +12,10 @@
 # Only the native ones are registered by default; FIAR_ALL_TESTS adds the others.
 option(FIAR_ALL_TESTS "Register the tests that need more than the compiler and GoogleTest, too" OFF)
 option(FIAR_FUZZ "Build the fuzz targets (clang only)" OFF)
+if(FIAR_FUZZ)
+  # What the targets link is to tell them where their inputs lead.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 
 # Where the other presets build, for the tests that use their programs.
 set(FIAR_WINDOWS_BUILD ${PROJECT_SOURCE_DIR}/build/windows)

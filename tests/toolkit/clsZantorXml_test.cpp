@@ -53,6 +53,7 @@ TEST(TagReader, ReadsElements) {
       {"attributes", u"<a x=\"1\" y>z</a>", u"a", u"z", u"x=\"1\" y"},
       {"a tab ends no name", u"<a\tx>z</a>", u"a", u"absent", u""},
       {"self-closing", u"<a x=\"1\"/>", u"a", u"default", u"x=\"1\""},
+      {"self-closing, no values", u"<a x=\"1\"/>", u"a", u"", u"x=\"1\"", u"", u""},
       {"self-closing, values alike", u"<a x=\"1\"/>", u"a", u"v", u"", u"v", u"v"},
       {"self-closing, spaces before its end", u"<a x  /><a>2</a>", u"a[2]", u"2"},
       {"self-closing without a space", u"<a/><a>1</a>", u"a", u"1"},

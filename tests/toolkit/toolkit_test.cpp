@@ -13,6 +13,8 @@ TEST(Toolkit, SharesOneInstanceOfEachClass) {
   Toolkit toolkit(machine.platform);
   EXPECT_EQ(&toolkit.bas(), &toolkit.bas());
   EXPECT_EQ(&toolkit.file(), &toolkit.file());
+  EXPECT_EQ(&toolkit.xml(), &toolkit.xml());
+  EXPECT_EQ(&toolkit.codeCod(), &toolkit.codeCod());
   EXPECT_FALSE(toolkit.bas().IsRunningInIde());
   EXPECT_FALSE(toolkit.bas().IsRunningInIde());
 }
