@@ -32,9 +32,8 @@ int run(int showCommand) {
   RecordedDatabase database;
   EventGate gate;
   FormWindow* keyTaker = nullptr;
-  Win32Events events([&keyTaker](const MSG& message) {
-    return keyTaker != nullptr && keyTaker->dealsWith(message);
-  });
+  Win32Events events(
+      [&keyTaker](const MSG& message) { return keyTaker != nullptr && keyTaker->dealsWith(message); });
   const Platform platform{systemClock(),
                           CodePage::system(),
                           systemRegionalFormat(),
