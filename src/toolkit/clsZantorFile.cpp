@@ -1,6 +1,5 @@
 #include "toolkit/clsZantorFile.h"
 
-#include <fstream>
 #include <string>
 
 #include "platform/files.h"
@@ -16,23 +15,23 @@ constexpr double kPauseSeconds = 0.1;
 // The steps of one append with the errors that they have had in common.
 class Append {
 public:
-  Append(Toolkit& toolkit, TextView fileName) : toolkit_(toolkit), path_(nativePath(fileName)) {}
+  Append(Toolkit& toolkit, TextView fileName) : toolkit_(toolkit), path_(fileName) {}
 
   void open() {
     attempt([this] {
-      file_.open(path_, std::ios::binary | std::ios::app);
-      return file_.is_open();
+      file_ = openToAppend(path_);
+      return file_ != nullptr;
     });
   }
 
   void goToEnd() {
-    attempt([this] { return file_.is_open() && file_.seekp(0, std::ios::end).good(); });
+    attempt([this] { return file_ != nullptr && std::fseek(file_.get(), 0, SEEK_END) == 0; });
   }
 
   void write(const std::string& bytes) {
     attempt([this, &bytes] {
-      file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-      return file_.flush().good();
+      return file_ != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) == bytes.size() &&
+             std::fflush(file_.get()) == 0;
     });
   }
 
@@ -45,14 +44,13 @@ private:
       if (errors_ >= kMostErrors) return;
       // Deliberate: a step after the opening is repeated on the closed file, so that it fails again until the
       // errors are used up.
-      file_.close();
-      file_.clear();
+      file_.reset();
     }
   }
 
   Toolkit& toolkit_;
-  std::filesystem::path path_;
-  std::ofstream file_;
+  TextView path_;
+  OpenFile file_;
   int errors_ = 0;
 };
 

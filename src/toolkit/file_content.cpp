@@ -1,23 +1,20 @@
 #include "toolkit/file_content.h"
 
-#include <fstream>
-#include <sstream>
-#include <system_error>
-#include <utility>
+#include <array>
 
 #include "platform/files.h"
 
 namespace fiar {
 
 std::string fileContent(TextView path) {
-  const std::filesystem::path native = nativePath(path);
-  std::error_code failed;
-  // Reading a pipe or a device could wait for ever.
-  if (!std::filesystem::is_regular_file(native, failed)) return {};
-  std::ifstream file(native, std::ios::binary);
-  std::ostringstream content;
-  content << file.rdbuf();
-  return std::move(content).str();
+  const OpenFile file = openToRead(path);
+  if (file == nullptr) return {};
+  std::string content;
+  std::array<char, 16384> part{};
+  for (std::size_t length = 0; (length = std::fread(part.data(), 1, part.size(), file.get())) > 0;) {
+    content.append(part.data(), length);
+  }
+  return content;
 }
 
 TextView fileNamePart(TextView path) {

@@ -10,4 +10,15 @@ std::filesystem::path nativePath(TextView path) {
   return native;
 }
 
+OpenFile openToAppend(TextView path) {
+  return OpenFile(std::fopen(nativePath(path).c_str(), "ab"));
+}
+
+OpenFile openToRead(TextView path) {
+  const std::filesystem::path native = nativePath(path);
+  std::error_code failed;
+  if (!std::filesystem::is_regular_file(native, failed)) return nullptr;
+  return OpenFile(std::fopen(native.c_str(), "rb"));
+}
+
 }  // namespace fiar
