@@ -20,9 +20,10 @@ std::string wave(const std::string& chunks) {
 
 const std::string kFormat = chunk("fmt ", std::string(16, '\1'));
 const std::string kData = chunk("data", "ab");
+const std::string kPlayable = kFormat + kData;
 
 TEST(WaveImage, IsPlayableWhenWhole) {
-  EXPECT_TRUE(isPlayableWave(wave(kFormat + kData)));
+  EXPECT_TRUE(isPlayableWave(wave(kPlayable)));
   EXPECT_TRUE(isPlayableWave(wave(chunk("LIST", "odd") + kFormat + chunk("data", "abc")) + "after the end"));
   // The last pad byte may be missing.
   const std::string padded = chunk("data", "abc");
@@ -31,13 +32,11 @@ TEST(WaveImage, IsPlayableWhenWhole) {
 
 TEST(WaveImage, IsNotPlayableWhenAnythingIsAmiss) {
   const std::string tooLong = std::string("data\xFF\xFF\xFF\xFF", 8) + "ab";
-  const std::string wrongForm = chunk("RIFF", "WEVA" + kFormat + kData);
-  const std::string wrongFile = chunk("RIFX", "WAVE" + kFormat + kData);
   for (const std::string& image :
-       {std::string(), std::string("RIFF"), wrongForm, wrongFile, wave(""), wave(kFormat), wave(kData),
-        wave(kData + kFormat), wave(kFormat + chunk("data", "")),
-        wave(chunk("fmt ", std::string(15, '\1')) + kData), wave(kFormat + tooLong),
-        wave(kFormat + kData + tooLong)}) {
+       {std::string(), std::string("RIFF"), chunk("RIFF", "WEVA" + kPlayable),
+        chunk("RIFX", "WAVE" + kPlayable), wave(""), wave(kFormat), wave(kData), wave(kData + kFormat),
+        wave(kFormat + chunk("data", "")), wave(chunk("fmt ", std::string(15, '\1')) + kData),
+        wave(kFormat + tooLong), wave(kPlayable + tooLong)}) {
     EXPECT_FALSE(isPlayableWave(image)) << testing::PrintToString(image);
   }
 }

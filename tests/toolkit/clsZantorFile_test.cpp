@@ -47,6 +47,13 @@ TEST_F(AppendToFile, GivesUpAfterFiveFailures) {
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "missing"));
 }
 
+TEST_F(AppendToFile, GivesUpAWriteThatFailed) {
+  constexpr TextView kFullDisk = u"/dev/full";
+  if (!std::filesystem::exists(nativePath(kFullDisk))) GTEST_SKIP() << "no full disk here";
+  toolkit.file().AppendToFile(kFullDisk, u"lost", kTextMode);
+  EXPECT_EQ(machine.events.waits, std::vector<double>(5, 0.1));
+}
+
 TEST_F(AppendToFile, WritesOnceTheFileCanBeOpened) {
   machine.events.onEvents = [this] {
     if (machine.events.waits.size() == 4) std::filesystem::create_directory(folder.path() / "late");

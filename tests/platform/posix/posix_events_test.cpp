@@ -13,10 +13,10 @@ namespace {
 
 class PosixEventsTest : public testing::Test {
 protected:
-  PosixEventsTest() {
+  void SetUp() override {
     for (auto& line : lines) EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, line.data()), 0);
   }
-  ~PosixEventsTest() override {
+  void TearDown() override {
     for (const auto& line : lines) {
       for (const int end : line) close(end);
     }
