@@ -33,10 +33,6 @@ constexpr std::array kRunBonuses{
 
 constexpr std::size_t kSideLength = kWeightByPlace.size();
 
-Text keyOf(TextView digits) {
-  return Text(digits.substr(0, kSideLength)) + u'P' + Text(digits.substr(kSideLength));
-}
-
 int weightOf(TextView key) {
   int weight = 0;
   for (std::size_t place = 0; place < kSideLength; ++place) {
@@ -73,9 +69,7 @@ PatternTableError::PatternTableError(const std::string& reason)
                          " (the pattern table): " + reason) {}
 
 Text patternKey(int n) {
-  Text digits;
-  for (int bit = 0x80; bit != 0; bit >>= 1) digits += (n & bit) != 0 ? u'1' : u'0';
-  return keyOf(digits);
+  return clsZantorBas::dec2bin(n, true).insert(kSideLength, 1, u'P');
 }
 
 void loadPatternTable(std::string_view bytes, Toolkit& toolkit) {
@@ -92,7 +86,7 @@ void loadPatternTable(std::string_view bytes, Toolkit& toolkit) {
 void genUtezi(Toolkit& toolkit) {
   const Text fileName = toolkit.values().applicationFolder + Text(kTableFile);
   for (int n = 0; n < kPatternCount; ++n) {
-    const Text key = keyOf(clsZantorBas::dec2bin(n, true));
+    const Text key = patternKey(n);
     const Text weight = toolkit.platform().regional.numberText(weightOf(key));
     toolkit.file().AppendToFile(fileName, key + u',' + weight, kAppendText);
   }
