@@ -19,9 +19,8 @@ struct ScoreDisplay {
 
 /// Looks for five stones of one side in an unbroken line. The first line in the order columns, rows,
 /// directions (rising diagonal, horizontal, falling diagonal, vertical) wins: its five cells are marked, the
-/// game ends
-/// (`player` becomes 0) and the winner's score rises, in the Board and on its label. Without such a line all
-/// marks are cleared and nothing else changes.
+/// game ends (`player` becomes 0) and the winner's score rises, in the Board and on its label. Without such a
+/// line all marks are cleared and nothing else changes.
 void checkForVictory(Board& board, const ScoreDisplay& display);
 
 }  // namespace fiar
