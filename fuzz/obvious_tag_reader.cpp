@@ -42,19 +42,22 @@ void replaceAll(Text& text, const Text& what, const Text& by) {
   }
 }
 
-void expandSelfClosing(Text& text, const Text& name) {
+// False where a tag ends in several "/": the steps expand it once more wherever its text stands again.
+bool expandSelfClosing(Text& text, const Text& name) {
   Position pos = 0;
   while (true) {
     const Position a = find(text, u"<" + name + u">", pos + 1);
     const Position b = find(text, u"<" + name + u" ", pos + 1);
     pos = a;
-    if (a == 0 && b == 0) return;
+    if (a == 0 && b == 0) return true;
     if (b == 0 || (a != 0 && a < b)) continue;
     pos = b;
     const Position g = find(text, u">", b);
     if (g == 0 || part(text, g - 1, 1) != u"/") continue;
     const Text inner = clsZantorXml::getBetween(part(text, b, g - b + 1), u"<", u"/>", false, false);
-    replaceAll(text, u"<" + inner + u"/>", u"<" + Text(trimSpaces(inner)) + u"></" + name + u">");
+    const Text trimmed(trimSpaces(inner));
+    if (trimmed.ends_with(u'/')) return false;
+    replaceAll(text, u"<" + inner + u"/>", u"<" + trimmed + u"></" + name + u">");
   }
 }
 
@@ -125,7 +128,7 @@ std::optional<Text> ObviousTagReader::getTag(Text text, const Text& tagPath, Tex
   } else {
     n = 1;
   }
-  if (callDepth_ == 0) expandSelfClosing(text, name);
+  if (callDepth_ == 0 && !expandSelfClosing(text, name)) return std::nullopt;
   Found found = findElement(text, name, n, lastElement);
   if (found.open) return std::nullopt;
   Text result = found.absent ? notFoundValue : found.element;

@@ -9,8 +9,9 @@ namespace fiar::fuzz {
 /// The tag reader done in the obvious way, step after step and slowly: what clsZantorXml must agree with.
 class ObviousTagReader {
 public:
-  /// As clsZantorXml::getTag(). Absent where text with unclosed elements leads to what the steps leave open:
-  /// an element without room for a content, or the search for one more behind an unclosed one.
+  /// As clsZantorXml::getTag(). Absent for malformed text that clsZantorXml reads in a more sensible way than
+  /// the steps would: an element without room for a content, one more element behind an unclosed one, and a
+  /// self-closing tag that ends in several "/".
   std::optional<Text> getTag(Text text, const Text& tagPath, Text& tagParams, const Text& defaultValue,
                              const Text& notFoundValue);
 

@@ -58,7 +58,7 @@ struct Step {
 };
 
 // Rewrites every self-closing element of a name as one with an empty content and without the spaces before
-// "/>". The form without a space after the name ("<name/>") is no element at all.
+// "/>". The form without a space after the name ("<name/>") is no element at all. Of several "/" one goes.
 Text expandSelfClosing(TextView text, TextView name) {
   const Text upperText = toUpper(text);
   Text closingTag = u"></";

@@ -15,11 +15,11 @@ using startUpMod::ProgramValues;
 using startUpMod::RunMode;
 
 // The fake machine with what start-up asks of it written down in order.
-class RecordingMachine final : public Environment, public Resources, public Clock, public Database {
+class RecordingMachine final : public Environment, public Resources, public Database {
 public:
   test::FakePlatform fake;
   mutable std::string calls;
-  Platform platform{*this,       fake.codePage, fake.regional, *this, *this,
+  Platform platform{fake.clock,  fake.codePage, fake.regional, *this, *this,
                     fake.random, fake.sound,    fake.events,   *this};
 
   Text variable(TextView name) const override { return note(toUtf8(name), fake.environment.variable(name)); }
@@ -33,8 +33,6 @@ public:
   std::optional<std::string> custom(TextView name) const override {
     return note(toUtf8(name), fake.resources.custom(name));
   }
-  double timer() const override { return note("timer", fake.clock.timer()); }
-  DateTime now() const override { return note("now", fake.clock.now()); }
   void open(TextView connectText) override {
     note("open " + toUtf8(connectText), 0);
     fake.database.open(connectText);
@@ -64,9 +62,10 @@ TEST(StartUp, TakesItsStepsInOrder) {
   shipped.resources.loadRealOnes = true;
   const std::optional<std::string> shippedText = shipped.resources.custom(101);
   const TextView shippedPass = u"MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK";
-  // The second time is that of the built-in variable.
+  EXPECT_EQ(shippedText, "<mysqlConnect>\r\n</mysqlConnect>\r\n<cryptoPass>" + toUtf8(shippedPass) +
+                             "</cryptoPass>\r\n<runMySQL>0</runMySQL>\r\n");
   const std::string toVariables =
-      "folder, TEMP, APPL_PHYSICAL_PATH, SCRIPT_FILENAME, SCRIPT_PATH, now, now, resource 101, ";
+      "folder, TEMP, APPL_PHYSICAL_PATH, SCRIPT_FILENAME, SCRIPT_PATH, resource 101, ";
   const std::string usual = "other instance?, " + toVariables;
   const std::string on =
       "<QUERYpl>select</QUERYpl><clipsPAth>c:\\clips</clipsPAth><runMySQL>vklop</runMySQL>"
@@ -111,15 +110,6 @@ TEST(StartUp, TakesItsStepsInOrder) {
   }
 }
 
-TEST(StartUp, CarriesItsConfigurationWithWindowsLineEnds) {
-  test::FakePlatform machine;
-  machine.resources.loadRealOnes = true;
-  EXPECT_EQ(machine.resources.custom(101),
-            "<mysqlConnect>\r\n</mysqlConnect>\r\n"
-            "<cryptoPass>MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK</cryptoPass>\r\n"
-            "<runMySQL>0</runMySQL>\r\n");
-}
-
 TEST(StartUp, SetsTheFolders) {
   struct Case {
     const char* name;
@@ -130,16 +120,12 @@ TEST(StartUp, SetsTheFolders) {
   };
   const std::vector<Case> cases{
       {"nothing set", {}, u"\\", u"\\"},
-      {"a final separator stays", {{u"TEMP", u"C:\\T"}}, u"C:\\T\\", u"\\", u"C:\\My g\u00E1mes\\Five\\"},
-      {"temporary folder, the end is not looked at", {{u"TEMP", u"C:\\T\\"}}, u"C:\\T\\\\", u"\\"},
-      {"temporary folder, only its start", {{u"TEMP", u"\\T"}}, u"\\T", u"\\"},
-      {"script path", {{u"SCRIPT_PATH", u"/www//a///b"}}, u"\\", u"\\www\\a\\\\b\\"},
-      {"script file", {{u"SCRIPT_FILENAME", u"D:/www/a.bas"}, {u"SCRIPT_PATH", u"no"}}, u"\\", u"D:\\www\\"},
-      {"script file without a folder",
-       {{u"SCRIPT_FILENAME", u"a.bas"}, {u"SCRIPT_PATH", u"E:\\\\p\\"}},
-       u"\\",
-       u"E:\\p\\"},
-      {"web application", {{u"APPL_PHYSICAL_PATH", u"W:\\"}, {u"SCRIPT_PATH", u"no"}}, u"\\", u"W:\\"},
+      {"separators at the end", {{u"TEMP", u"C:\\T\\"}}, u"C:\\T\\\\", u"\\", u"C:\\My g\u00E1mes\\Five\\"},
+      {"separator at the start", {{u"TEMP", u"\\T"}}, u"\\T", u"\\"},
+      {"path", {{u"SCRIPT_PATH", u"/www//a///b"}}, u"\\", u"\\www\\a\\\\b\\"},
+      {"file", {{u"SCRIPT_FILENAME", u"D:/w/a.bas"}, {u"SCRIPT_PATH", u"no"}}, u"\\", u"D:\\w\\"},
+      {"bare file", {{u"SCRIPT_FILENAME", u"a.bas"}, {u"SCRIPT_PATH", u"E:\\"}}, u"\\", u"E:\\"},
+      {"web", {{u"APPL_PHYSICAL_PATH", u"W:\\"}, {u"SCRIPT_FILENAME", u"/no/"}}, u"\\", u"W:\\"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -156,15 +142,9 @@ TEST(StartUp, SetsTheFolders) {
     EXPECT_EQ(toUtf8(paths.scriptFolder), toUtf8(c.scriptFolder));
     EXPECT_EQ(paths.lineBreak, u"\r\n");
     EXPECT_EQ(paths.startTime, machine.clock.date);
+    startUpMod::setupPaths(toolkit, RunMode::InDevelopment);
+    EXPECT_TRUE(paths.scriptFolder.starts_with(u"\\\\"));
   }
-}
-
-TEST(StartUp, TakesItsScriptsFromTheNetworkInDevelopment) {
-  test::FakePlatform machine;
-  machine.environment.variables[u"SCRIPT_PATH"] = u"E:\\";
-  Toolkit toolkit(machine.platform);
-  startUpMod::setupPaths(toolkit, RunMode::InDevelopment);
-  EXPECT_TRUE(toolkit.values().scriptFolder.starts_with(u"\\\\"));
 }
 
 }  // namespace
