@@ -57,7 +57,9 @@ bool expandSelfClosing(Text& text, const Text& name) {
     const Text inner = clsZantorXml::getBetween(part(text, b, g - b + 1), u"<", u"/>", false, false);
     const Text trimmed(trimSpaces(inner));
     if (trimmed.ends_with(u'/')) return false;
-    replaceAll(text, u"<" + inner + u"/>", u"<" + trimmed + u"></" + name + u">");
+    Text element = u"<" + trimmed;
+    element.append(u"></").append(name).append(u">");
+    replaceAll(text, u"<" + inner + u"/>", element);
   }
 }
 
