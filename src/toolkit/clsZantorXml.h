@@ -10,11 +10,10 @@ namespace fiar {
 class clsZantorXml {
 public:
   /// The content of an element, with all spaces and line ends between its tags.
-  /// \param tagPath the element's name, or several from the outside in with "\" between them; the content of
-  /// a
-  ///   path of several is returned without spaces around it. A name may end in its number among those of that
-  ///   name: "item[2]"; an element that stands inside another one of its name is part of that one. An empty
-  ///   name after a step (or an empty path) gives "ERR: Wrong Key".
+  /// \param tagPath the element's name, or several from the outside in with "\" between them; several give
+  ///   the content without spaces around it. A name may end in its number among those of that name:
+  ///   "item[2]"; an element that stands inside another one of its name is part of that one. An empty name
+  ///   after a step (or an empty path) gives "ERR: Wrong Key".
   /// \param tagParams receives the attributes of the element that was matched last; kept where it has none,
   ///   emptied where the result is a `notFoundValue` that is not empty.
   /// \param defaultValue the result in the place of an empty one.
