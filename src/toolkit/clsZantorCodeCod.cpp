@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdint>
 #include <numeric>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/toolkit.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 
 namespace fiar {
@@ -16,8 +15,6 @@ public:
   /// The nearest whole number, the even one of two equally near. Throws std::overflow_error where that does
   /// not fit in 32 bits.
   std::int32_t toInt32() const;
-
-  auto operator<=>(const Currency&) const = default;
 
 private:
   std::int64_t tenThousandths_;
