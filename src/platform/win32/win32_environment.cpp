@@ -39,7 +39,7 @@ Text Win32Environment::programFolder() const {
 }  // namespace win32
 
 const Environment& systemEnvironment() {
-  static const win32::Win32Environment environment(u"FiveInARow.instance");
+  static const win32::Win32Environment environment(u"FiveInARow.6C1B0C5E-52F3-4E0B-9E63-0F3D2A7B8C41");
   return environment;
 }
 

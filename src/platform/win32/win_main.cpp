@@ -11,7 +11,6 @@
 #include "platform/win32/fatal_error.h"
 #include "platform/win32/form_window.h"
 #include "platform/win32/standard_controls.h"
-#include "platform/win32/win32_environment.h"
 #include "platform/win32/win32_events.h"
 #include "platform/win32/win32_resources.h"
 #include "platform/win32/win32_sound.h"
@@ -19,13 +18,10 @@
 namespace fiar::win32 {
 namespace {
 
-constexpr TextView kInstanceName = u"FiveInARow.6C1B0C5E-52F3-4E0B-9E63-0F3D2A7B8C41";
-
 int run(int showCommand) {
   const ComApartment apartment;
   useVisualStyles();
 
-  const Win32Environment environment(kInstanceName);
   const Win32Resources resources;
   MersenneTwister random;
   Win32SoundPlayer sound;
@@ -37,7 +33,7 @@ int run(int showCommand) {
   const Platform platform{systemClock(),
                           CodePage::system(),
                           systemRegionalFormat(),
-                          environment,
+                          systemEnvironment(),
                           resources,
                           random,
                           sound,
