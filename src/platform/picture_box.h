@@ -31,7 +31,7 @@ public:
 
   /// The pointer moved over the picture box or, with a button held that was pressed on it, anywhere.
   std::function<void(int button, int shift, float X, float Y)> MouseMove;
-  /// A button that was pressed on the picture box was released, wherever that was.
+  /// A button was released over the picture box or, if it was pressed on it, anywhere.
   std::function<void(int button, int shift, float X, float Y)> MouseUp;
   /// Clears the picture to its background colour and puts the printing position back to the top left corner.
   void Cls();

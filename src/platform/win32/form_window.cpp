@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/error.h"
 #include "platform/win32/keyboard.h"
@@ -113,8 +114,24 @@ void FormWindow::paintBackground(HDC context, const RECT& area) {
 
 bool FormWindow::dealsWith(const MSG& message) {
   if (message.hwnd != handle() && IsChild(handle(), message.hwnd) == FALSE) return false;
+  if (endsTitleBarDoubleClick(message)) return true;
   if (const auto shows = focusHasToShow(message)) showFocus(*shows);
   return message.message == WM_KEYDOWN && handleDialogKey(message, tabOrder());
+}
+
+bool FormWindow::endsTitleBarDoubleClick(const MSG& message) {
+  switch (message.message) {
+    case WM_NCLBUTTONDBLCLK:
+      titleBarDoubleClicked_ = true;
+      return false;
+    case WM_NCLBUTTONDOWN:
+    case WM_NCLBUTTONUP:
+    case WM_LBUTTONDOWN:
+      titleBarDoubleClicked_ = false;
+      return false;
+    default:
+      return message.message == WM_LBUTTONUP && std::exchange(titleBarDoubleClicked_, false);
+  }
 }
 
 void FormWindow::showFocus(bool shows) {

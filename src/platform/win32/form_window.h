@@ -60,6 +60,9 @@ private:
   void updateTimers();
   void tick(std::size_t index);
 
+  /// Whether the message is the release of a double-click on the title bar. That maximises the window while
+  /// the button is down, so the release meets whatever has come under the mouse.
+  bool endsTitleBarDoubleClick(const MSG& message);
   void takeFirstSize();
   void layOut();
   void limitSize(MINMAXINFO& limits) const;
@@ -86,7 +89,8 @@ private:
   IconHandle largeIcon_;
   IconHandle smallIcon_;
   bool focusShows_ = false;
-  HWND lastFocus_ = nullptr;  ///< the control that had the focus before another program took it
+  bool titleBarDoubleClicked_ = false;  ///< and the button is still down
+  HWND lastFocus_ = nullptr;            ///< the control that had the focus before another program took it
 };
 
 }  // namespace fiar::win32

@@ -173,9 +173,9 @@ void PictureBoxWindow::buttonPressed(int button, WPARAM keys, LPARAM position) {
 }
 
 void PictureBoxWindow::buttonReleased(int button, WPARAM keys, LPARAM position) {
-  if ((pressedButtons_ & button) == 0) return;
+  const bool pressedHere = (pressedButtons_ & button) != 0;
   pressedButtons_ &= ~button;
-  if (pressedButtons_ == 0) ReleaseCapture();
+  if (pressedHere && pressedButtons_ == 0) ReleaseCapture();
   // A click hits where the mouse is, even where a key or another size of the picture's cells came between.
   raiseMouseMove(modifiersOf(keys), pointAt(position));
   raiseMouseUp(button, modifiersOf(keys));
