@@ -21,6 +21,13 @@ endif()
 if(WIN32)
   target_compile_definitions(fiar_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
                                                     _WIN32_WINNT=0x0A00 WINVER=0x0A00)
-  # One file to copy: the compiler's own libraries are inside the program.
-  add_link_options(-static)
+  # One file to copy: the compiler's own libraries are inside the program, and of them only what it uses.
+  add_compile_options(-ffunction-sections -fdata-sections)
+  add_link_options(-static -Wl,--gc-sections)
+  # The same sources give the same bytes, in whichever folder they are built and whenever.
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=build)
+  add_link_options(-Wl,--no-insert-timestamp)
+  # What a fault could otherwise be used for.
+  add_compile_options(-fstack-protector-strong $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  add_link_options(-fstack-protector-strong -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
 endif()
