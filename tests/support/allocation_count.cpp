@@ -6,10 +6,14 @@
 
 namespace {
 std::atomic<std::size_t> count{0};
-}
+std::atomic<std::size_t> freed{0};
+}  // namespace
 
 std::size_t fiar::test::allocationCount() {
   return count;
+}
+std::size_t fiar::test::liveAllocationCount() {
+  return count - freed;
 }
 
 // Takes the place of the language's own; the array form and the one that does not throw come here too.
@@ -19,8 +23,9 @@ void* operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept {
+  if (memory != nullptr) ++freed;
   std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
+  operator delete(memory);
 }

@@ -6,5 +6,7 @@ namespace fiar::test {
 
 /// How many objects or arrays the test program has created on the heap so far.
 std::size_t allocationCount();
+/// How many of them are still there.
+std::size_t liveAllocationCount();
 
 }  // namespace fiar::test

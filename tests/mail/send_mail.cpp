@@ -1,0 +1,124 @@
+// Sends what a file of settings describes, with the machine's own sockets, and prints what that took.
+//
+// The file holds "name=value" entries, each ended by a NUL: the properties of a message, and
+//   folder   where the debug log goes, with "\" at its end
+//   times    how often to send the message (1)
+//   speed    how much faster than the real one the program's clock runs (1)
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+
+#include "mail/client_machine.h"
+#include "support/allocation_count.h"
+#include "support/fake_platform.h"
+#include "toolkit/clsZantorMail.h"
+#include "toolkit/toolkit.h"
+
+namespace fiar::test {
+namespace {
+
+using Settings = std::map<std::string, std::string>;
+
+Settings readSettings(const char* path) {
+  Settings settings{{"times", "1"}, {"speed", "1"}};
+  std::ifstream file(path, std::ios::binary);
+  for (std::string entry; std::getline(file, entry, '\0');) {
+    const std::size_t equals = entry.find('=');
+    settings[entry.substr(0, equals)] = entry.substr(equals + 1);
+  }
+  return settings;
+}
+
+double realSeconds() {
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
+  return time.count();
+}
+
+class FastClock final : public Clock {
+public:
+  explicit FastClock(double speed) : speed_(speed) {}
+  double timer() const override { return std::fmod((realSeconds() - start_) * speed_, 86400); }
+  DateTime now() const override { return systemClock().now(); }
+
+private:
+  double speed_;
+  double start_ = realSeconds();
+};
+
+class FastEvents final : public PendingEvents {
+public:
+  explicit FastEvents(double speed) : speed_(speed) {}
+  int waits() const { return waits_; }
+  void process() override { machineEvents().process(); }
+  void waitAndProcess(double seconds) override {
+    ++waits_;
+    machineEvents().waitAndProcess(seconds / speed_);
+  }
+
+private:
+  double speed_;
+  int waits_ = 0;
+};
+
+void setMessage(clsZantorMail& mail, const Settings& settings) {
+  const auto value = [&settings](const char* name) {
+    const auto found = settings.find(name);
+    return found == settings.end() ? Text() : fromUtf8(found->second);
+  };
+  mail.setDebugScript(value("debugScript"));
+  mail.setServerName(value("serverName"));
+  mail.setServerPort(value("ServerPort"));
+  mail.setUserName(value("UserName"));
+  mail.setPassword(value("Password"));
+  mail.setMailFrom(value("MailFrom"));
+  mail.setMailTo(value("MailTo"));
+  mail.setMailBcc(value("MailBcc"));
+  mail.setReplyTo(value("ReplyTo"));
+  mail.setSubject(value("subject"));
+  mail.setMessage(value("Message"));
+  mail.setAttachments(value("Attachments"));
+}
+
+void send(const Settings& settings) {
+  constexpr int kWarmUp = 20;
+  FakePlatform fake;
+  MersenneTwister random;
+  const double speed = std::stod(settings.at("speed"));
+  const FastClock clock(speed);
+  FastEvents events(speed);
+  const Platform platform{clock,  CodePage::system(), fake.regional, fake.environment, fake.resources,
+                          random, fake.sound,         events,        fake.database,    &machineSockets()};
+  Toolkit toolkit(platform);
+  toolkit.values().applicationFolder = fromUtf8(settings.at("folder"));
+  setMessage(toolkit.mail(), settings);
+
+  const int times = std::stoi(settings.at("times"));
+  const auto print = [] {
+    std::printf("handles %zu\nobjects %zu\nmemory %zu\n", openHandles(), liveAllocationCount(),
+                privateMemory());
+  };
+  const double start = realSeconds();
+  for (int i = 0; i < times; ++i) {
+    if (i == kWarmUp) print();
+    if (toolkit.mail().SendMail()) std::puts("true");
+  }
+  print();
+  std::printf("seconds %.3f\nwaits %d\n", realSeconds() - start, events.waits());
+}
+
+}  // namespace
+}  // namespace fiar::test
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fputs("usage: send_mail SETTINGS\n", stderr);
+    return 2;
+  }
+  fiar::test::send(fiar::test::readSettings(argv[1]));
+  return 0;
+}
