@@ -1,6 +1,5 @@
 #pragma once
 
-// Before <windows.h>, which would bring an older form of the same.
 #include <winsock2.h>
 #include <ws2tcpip.h>
 

@@ -13,6 +13,7 @@
 #include "platform/win32/standard_controls.h"
 #include "platform/win32/win32_events.h"
 #include "platform/win32/win32_resources.h"
+#include "platform/win32/win32_socket.h"
 #include "platform/win32/win32_sound.h"
 
 namespace fiar::win32 {
@@ -26,6 +27,7 @@ int run(int showCommand) {
   MersenneTwister random;
   Win32SoundPlayer sound;
   RecordedDatabase database;
+  Win32Sockets sockets;
   EventGate gate;
   FormWindow* keyTaker = nullptr;
   Win32Events events(
@@ -38,7 +40,8 @@ int run(int showCommand) {
                           random,
                           sound,
                           events,
-                          database};
+                          database,
+                          &sockets};
 
   Toolkit toolkit(platform);
   mainFrm mainWindow(platform, toolkit);
