@@ -9,7 +9,7 @@
 
 namespace fiar::win32 {
 
-void setAccessibleName(HWND window, TextView name) {
+void setAccessibleName(HWND window, TextView name) noexcept {
   IAccPropServices* services = nullptr;
   if (FAILED(CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
                               reinterpret_cast<void**>(&services)))) {

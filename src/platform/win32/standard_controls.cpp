@@ -49,7 +49,29 @@ void StandardControl::createOfClass(const wchar_t* className, TextView caption, 
                               1, 1, container, nullptr, GetModuleHandleW(nullptr), nullptr),
               "CreateWindowEx"));
   SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<ControlWindow*>(this)));
-  if (!control().AccessibleName.empty()) setAccessibleName(window(), control().AccessibleName);
+  require(SetWindowSubclass(window(), &StandardControl::subclass, 0, reinterpret_cast<DWORD_PTR>(this)),
+          "SetWindowSubclass");
+}
+
+// The name is given when the first screen reader asks for what the window is: few users have one, and the
+// system's part in it is slow to load.
+LRESULT CALLBACK StandardControl::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR /*id*/, DWORD_PTR control) {
+  auto* const self = reinterpret_cast<StandardControl*>(control);
+  if (message == WM_GETOBJECT && !self->named_) {
+    self->named_ = true;
+    self->accessibleNameChanged();
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+Text StandardControl::accessibleName() const {
+  return Text(control().AccessibleName);
+}
+
+void StandardControl::accessibleNameChanged() const {
+  const Text name = accessibleName();
+  if (named_ && !name.empty()) setAccessibleName(window(), name);
 }
 
 void StandardControl::fit(PixelSize /*size*/, double scale) {
@@ -70,11 +92,14 @@ void LabelWindow::update() {
   shownCaption_ = label_.Caption;
   shownColor_ = label_.ForeColor;
   SetWindowTextW(window(), toWide(shownCaption_).c_str());
-  // The name alone would hide the text from a screen reader, which says either.
-  if (!label_.AccessibleName.empty()) {
-    setAccessibleName(window(), Text(label_.AccessibleName) + u": " + shownCaption_);
-  }
+  accessibleNameChanged();
   InvalidateRect(window(), nullptr, FALSE);
+}
+
+// With the text, which the name alone would keep from being said.
+Text LabelWindow::accessibleName() const {
+  if (label_.AccessibleName.empty()) return {};
+  return Text(label_.AccessibleName) + u": " + shownCaption_;
 }
 
 void LabelWindow::onDraw(const DRAWITEMSTRUCT& drawing) {

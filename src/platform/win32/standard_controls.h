@@ -22,13 +22,22 @@ protected:
   void createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container);
   void fit(PixelSize size, double scale) override;
 
+  /// What a screen reader calls the control; empty where the control's own text says it.
+  virtual Text accessibleName() const;
+  /// To be called when that has changed.
+  void accessibleNameChanged() const;
+
   EventGate& gate() const { return gate_; }
   HFONT font() const { return font_.get(); }
 
 private:
+  static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                   DWORD_PTR control);
+
   EventGate& gate_;
   const FontSpec& fontSpec_;
-  FontHandle font_;  ///< outlives the window, which uses it
+  bool named_ = false;  ///< a screen reader has asked for the name
+  FontHandle font_;     ///< outlives the window, which uses it
   WindowHandle window_;
 };
 
@@ -42,6 +51,7 @@ public:
 protected:
   void createWindow(HWND container) override;
   void onDraw(const DRAWITEMSTRUCT& drawing) override;
+  Text accessibleName() const override;
 
 private:
   const Label& label_;
