@@ -3,7 +3,7 @@
 #
 #   native   nothing further: the unit tests, built for this machine with sanitizers
 #   windows  Wine: the same unit tests, built for Windows
-#   gui      Wine and a virtual display: FiveInARow.exe, used from outside
+#   gui      Wine and a virtual display: FiveInARow.exe, used from outside, and the window used from inside
 #   lint     clang-format, clang-tidy, shellcheck
 #   fuzz     the fuzz targets, for a few seconds each
 #   mail     a mail server

@@ -9,8 +9,8 @@
 namespace fiar::win32 {
 namespace {
 
-// The system's player, loaded once, from the system folder alone: Windows would look for this library beside the
-// program first if the program imported it. Plays nothing where it is missing.
+// The system's player, loaded once, from the system folder alone: Windows would look for this library beside
+// the program first if the program imported it. Plays nothing where it is missing.
 void playSound(const char* image, UINT flags) {
   static const auto systemPlayer = [] {
     const HMODULE library = LoadLibraryExW(L"winmm.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
