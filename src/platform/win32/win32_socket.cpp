@@ -136,7 +136,8 @@ void Win32Socket::Close() {
   state_ = SocketState::Closed;
 }
 
-LRESULT CALLBACK Win32Socket::windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK Win32Socket::windowProcedure(HWND window, UINT message, WPARAM wParam,
+                                              LPARAM lParam) noexcept {
   auto* const control = reinterpret_cast<Win32Socket*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (control == nullptr) return DefWindowProcW(window, message, wParam, lParam);
   if (message == kLookedUpMessage) {

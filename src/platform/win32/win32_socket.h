@@ -38,7 +38,7 @@ public:
 private:
   class Lookup;
 
-  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void lookedUp(int error);
   void connectToNext(int lastError);
   bool startConnecting(const ADDRINFOEXW& address);
