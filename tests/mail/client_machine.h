@@ -11,7 +11,8 @@ namespace fiar::test {
 PendingEvents& machineEvents();
 SocketFactory& machineSockets();
 
-/// How many descriptors or handles this process holds.
+/// How many descriptors, or handles and hidden windows, this process holds, as far as it can be told; a leak
+/// of hundreds shows.
 std::size_t openHandles();
 /// The process's own memory in bytes; 0 where a leak checker watches it instead.
 std::size_t privateMemory();

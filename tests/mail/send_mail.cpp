@@ -66,22 +66,18 @@ private:
 };
 
 void setMessage(clsZantorMail& mail, const Settings& settings) {
-  const auto value = [&settings](const char* name) {
-    const auto found = settings.find(name);
-    return found == settings.end() ? Text() : fromUtf8(found->second);
-  };
-  mail.setDebugScript(value("debugScript"));
-  mail.setServerName(value("serverName"));
-  mail.setServerPort(value("ServerPort"));
-  mail.setUserName(value("UserName"));
-  mail.setPassword(value("Password"));
-  mail.setMailFrom(value("MailFrom"));
-  mail.setMailTo(value("MailTo"));
-  mail.setMailBcc(value("MailBcc"));
-  mail.setReplyTo(value("ReplyTo"));
-  mail.setSubject(value("subject"));
-  mail.setMessage(value("Message"));
-  mail.setAttachments(value("Attachments"));
+  using Mail = clsZantorMail;
+  const std::map<std::string, void (Mail::*)(TextView)> properties{
+      {"serverName", &Mail::setServerName},   {"ServerPort", &Mail::setServerPort},
+      {"UserName", &Mail::setUserName},       {"Password", &Mail::setPassword},
+      {"MailFrom", &Mail::setMailFrom},       {"MailTo", &Mail::setMailTo},
+      {"MailBcc", &Mail::setMailBcc},         {"ReplyTo", &Mail::setReplyTo},
+      {"subject", &Mail::setSubject},         {"Message", &Mail::setMessage},
+      {"Attachments", &Mail::setAttachments}, {"debugScript", &Mail::setDebugScript}};
+  for (const auto& [name, value] : settings) {
+    const auto property = properties.find(name);
+    if (property != properties.end()) (mail.*property->second)(fromUtf8(value));
+  }
 }
 
 void send(const Settings& settings) {
