@@ -1,0 +1,176 @@
+// Where and how the program is started, and what becomes of it when something of it is missing.
+
+#include <gtest/gtest.h>
+
+#include <X11/keysym.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "gui/support/game.h"
+
+namespace fiar::gui {
+namespace {
+
+namespace fs = std::filesystem;
+
+Desktop& desktop() {
+  return Desktop::get();
+}
+
+/// A copy of the program in a folder of its own.
+class Copy {
+public:
+  explicit Copy(const std::string& folder = "game") : file_(folder_.path() / folder / "FiveInARow.exe") {
+    fs::create_directory(file_.parent_path());
+    fs::copy_file(gameProgram(), file_);
+  }
+
+  const fs::path& file() const { return file_; }
+  fs::path folder() const { return file_.parent_path(); }
+
+private:
+  test::TemporaryFolder folder_;
+  fs::path file_;
+};
+
+void expectPlayable(Game& game) {
+  game.pressStart();
+  const Position position = game.play({7, 7});
+  EXPECT_EQ(meaningAt(position, {7, 7}), 'r') << position;
+}
+
+TEST(Start, TwiceGivesTwoGames) {
+  Game one;
+  Game other;
+  // The later one lies on the earlier one, and leaves it for a corner of the screen.
+  const Area frame = desktop().screen.frameAt(other.window().area.centre());
+  const Point title{frame.centre().x, frame.top + 8};
+  desktop().screen.drag(title, {frame.width() / 2, title.y});
+  desktop().screen.drag(title, {desktop().screen.area().right - frame.width() / 2, title.y});
+  EXPECT_TRUE(eventually([&] {
+    const Area first = one.window().area;
+    const Area second = other.window().area;
+    return first.right < second.left || second.right < first.left;
+  }));
+  one.locate();
+  other.locate();
+  expectPlayable(other);
+  one.chooseSize(0);
+  EXPECT_EQ(one.size(), 10);
+  one.play({9, 9});
+  EXPECT_EQ(stones(one.position()), 2) << one.position();
+  EXPECT_EQ(stones(other.position()), 2) << other.position();
+}
+
+TEST(Start, NeedsNoTemporaryFolder) {
+  Game game(gameProgram(), {"TEMP", "TMP"});
+  expectPlayable(game);
+}
+
+TEST(Start, WorksInAnyFolderAndWritesNothingThere) {
+  const Copy copy("Pet v vrsto \xE2\x80\x93 \xC5\xA1olska \xC4\x8D\x65ta \xE4\xBA\x94");
+  fs::permissions(copy.folder(), fs::perms::owner_read | fs::perms::owner_exec);
+  {
+    Game game(copy.file());
+    expectPlayable(game);
+  }
+  fs::permissions(copy.folder(), fs::perms::owner_all);
+  EXPECT_EQ(std::distance(fs::directory_iterator(copy.folder()), {}), 1);
+}
+
+struct Damage {
+  const char* resource;
+  const char* content;  ///< null: the resource is missing
+};
+
+/// Makes a resource of a program one that is not found: its name or number becomes a neighbour.
+void hideResource(const fs::path& program, const std::string& resource) {
+  std::fstream file(program, std::ios::in | std::ios::out | std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  // The header of the resources' section ends with where it lies in the file, among others.
+  constexpr std::size_t kPlaceInHeader = 20;
+  const auto number = [&](std::size_t position) {
+    std::uint32_t value = 0;
+    std::memcpy(&value, &bytes.at(position), sizeof(value));
+    return value;
+  };
+  const std::size_t section = number(bytes.find(".rsrc") + kPlaceInHeader);
+  std::size_t found = bytes.npos;
+  if (resource.front() == '#') {
+    // An entry of a directory: the number, and the place of another directory with the highest bit set.
+    const auto wanted = static_cast<std::uint32_t>(std::stoi(resource.substr(1)));
+    for (found = section; number(found) != wanted || number(found + 4) < 0x80000000; found += 4) {
+    }
+  } else {
+    // The last character of the name, which is UTF-16.
+    std::string wide;
+    for (const char letter : resource) wide += {letter, '\0'};
+    found = bytes.find(wide, section) + wide.size() - 2;
+  }
+  file.seekp(static_cast<std::streamoff>(found));
+  file.put(static_cast<char>(bytes.at(found) ^ 1));
+}
+
+class Damaged : public testing::TestWithParam<Damage> {
+protected:
+  Damaged() {
+    const auto& [resource, content] = GetParam();
+    if (content == nullptr) {
+      hideResource(copy_.file(), resource);
+      return;
+    }
+    const fs::path file = copy_.folder() / "content";
+    std::ofstream(file) << content;
+    desktop().probe.changeResource(copy_.file(), resource, file);
+  }
+
+  const fs::path& program() const { return copy_.file(); }
+
+private:
+  Copy copy_;
+};
+
+class FatallyDamaged : public Damaged {};
+
+TEST_P(FatallyDamaged, ProgramSaysSoOnceAndEnds) {
+  const Program program(this->program());
+  EXPECT_TRUE(
+      eventually([&] { return program.control("Static").number != 0 && program.control("Button").focused; }));
+  std::string said;
+  int boxes = 0;
+  for (const WindowInfo& window : program.windows()) {
+    if (window.kind == "Static") said += window.text;
+    if (window.container == 0) ++boxes;
+  }
+  EXPECT_EQ(boxes, 1);
+  const std::string resource = GetParam().resource;
+  EXPECT_NE(said.find(resource.substr(resource.find('#') + 1)), std::string::npos) << said;
+  desktop().screen.type(XK_Return);
+  EXPECT_EQ(program.exitCode(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Resource, FatallyDamaged,
+                         testing::Values(Damage{"#102", nullptr}, Damage{"#102", "0000P0000, 1\r\n0000P0001"},
+                                         Damage{"BACKGROUND", nullptr},
+                                         Damage{"BACKGROUND", "no picture at all"},
+                                         Damage{"PICTURE3", "GIF89a"}));
+
+class SlightlyDamaged : public Damaged {};
+
+TEST_P(SlightlyDamaged, ProgramPlaysOn) {
+  Game game(program());
+  expectPlayable(game);
+  desktop().screen.click(game.centreOf({7, 7}));
+  EXPECT_EQ(stones(game.play({0, 0})), 4);
+}
+
+INSTANTIATE_TEST_SUITE_P(Resource, SlightlyDamaged,
+                         testing::Values(Damage{"#101", nullptr}, Damage{"WAVTAP", nullptr},
+                                         Damage{"WAVERR", "RIFF"}));
+
+}  // namespace
+}  // namespace fiar::gui

@@ -1,0 +1,74 @@
+#include "gui/support/sound_server.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "gui/support/screen.h"
+
+namespace fiar::gui {
+namespace {
+
+constexpr int kSamplesPerMillisecond = 8;
+// Quieter samples are silence; so long a silence ends a sound.
+constexpr int kThreshold = 64;
+constexpr int kSilence = 60 * kSamplesPerMillisecond;
+
+}  // namespace
+
+SoundServer::SoundServer() {
+  const std::string folder = folder_.path().string();
+  const std::string socket = folder + "/socket";
+  // For the server and for all that play to it or record.
+  setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
+  setenv("PULSE_RUNTIME_PATH", folder.c_str(), 1);
+  setenv("PULSE_STATE_PATH", folder.c_str(), 1);
+  server_ = std::make_unique<ChildProcess>(std::vector<std::string>{
+      "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-level=error",
+      "--load=module-null-sink sink_name=nowhere",
+      "--load=module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket=" + socket});
+  EXPECT_TRUE(eventually([&] { return std::filesystem::exists(socket); }))
+      << "the sound server does not start";
+}
+
+std::unique_ptr<SoundServer> SoundServer::start() {
+  try {
+    return std::unique_ptr<SoundServer>(new SoundServer);
+  } catch (const std::system_error&) {
+    return nullptr;
+  }
+}
+
+SoundRecording::SoundRecording()
+    : recorder_({"parec", "--device=nowhere.monitor", "--format=s16le", "--channels=1", "--raw",
+                 "--latency-msec=20", "--rate=" + std::to_string(1000 * kSamplesPerMillisecond)}) {
+  EXPECT_TRUE(eventually([&] {
+    sounds();
+    return !samples_.empty();
+  })) << "nothing can be recorded";
+}
+
+std::vector<int> SoundRecording::sounds() {
+  samples_ += recorder_.readAvailable();
+  std::vector<int> lengths;
+  int length = 0;
+  int silence = 0;
+  for (std::size_t i = 0; i + 1 < samples_.size(); i += 2) {
+    std::int16_t sample = 0;
+    std::memcpy(&sample, &samples_[i], sizeof(sample));
+    const bool silent = std::abs(sample) < kThreshold;
+    silence = silent ? silence + 1 : 0;
+    if (length > 0 || !silent) ++length;
+    if (length > 0 && silence == kSilence) {
+      lengths.push_back((length - silence) / kSamplesPerMillisecond);
+      length = 0;
+    }
+  }
+  return lengths;
+}
+
+}  // namespace fiar::gui
