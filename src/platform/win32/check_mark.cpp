@@ -57,7 +57,7 @@ void drawCheckBox(const PixelBuffer& buffer, const CheckBoxLook& look) {
   RECT text{left + side + gap, 0, whole.width, height};
   drawTextIn(buffer.context(), look.caption, text, TextPlace::Left, look.font, look.textColor);
   if (!look.focused) return;
-  const HBRUSH brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+  auto* const brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
   SetDCBrushColor(buffer.context(), look.textColor);
   const RECT frame{0, 0, whole.width, height};
   FrameRect(buffer.context(), &frame, brush);

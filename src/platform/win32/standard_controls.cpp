@@ -198,7 +198,7 @@ void ComboBoxWindow::fit(PixelSize size, double scale) {
   indent_ = static_cast<int>(std::lround(kItemIndent * scale));
   StandardControl::fit(size, scale);
   // The class decides on its height: that of the field with what it draws about it.
-  constexpr WPARAM kField = static_cast<WPARAM>(-1);
+  constexpr auto kField = static_cast<WPARAM>(-1);
   RECT whole{};
   GetWindowRect(window(), &whole);
   const auto field = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, kField, 0));

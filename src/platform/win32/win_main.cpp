@@ -60,11 +60,11 @@ int run(int showCommand) {
 }  // namespace
 }  // namespace fiar::win32
 
-int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int showCommand) {
+int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int nShowCmd) {
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   fiar::win32::reportFatalErrors();
   try {
-    return fiar::win32::run(showCommand);
+    return fiar::win32::run(nShowCmd);
   } catch (const std::exception& error) {
     fiar::win32::showFatalError(error.what());
   } catch (...) {
