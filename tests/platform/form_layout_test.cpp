@@ -57,7 +57,7 @@ TEST(FormLayout, DraggingKeepsTheProportions) {
   form.Height = 100;
   struct Case {
     PixelSize asked;
-    DraggedEdges edges;
+    DraggedEdges edges = DraggedEdges::Corner;
     PixelSize given;
   };
   for (const Case& one : {
