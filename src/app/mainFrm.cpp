@@ -20,7 +20,10 @@ constexpr int kBoardDrawWidth = 2;
 /// The cell that a pointer position lies in; the first one before any grid has been drawn.
 double cellAt(float position, double cellSize) {
   const std::int32_t size = roundToEven(cellSize);
-  return size <= 0 ? 0.0 : roundToEven(static_cast<double>(position)) / size;
+  if (size <= 0) return 0;
+  // Deliberate: whole numbers, whose quotient is cut off toward zero.
+  const std::int32_t cell = roundToEven(static_cast<double>(position)) / size;
+  return cell;
 }
 
 }  // namespace

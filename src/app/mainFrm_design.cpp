@@ -72,12 +72,12 @@ void mainFrm::designControls() {
 
   designBoardPictures();
   designHiddenControls();
-  for (Control* control : std::initializer_list<Control*>{&boardPic, &scoreLabel[0], &scoreLabel[1], &Combo1,
-                                                          &Command1, &Picture2, &Picture3, &Check1}) {
+  for (Control* control : std::initializer_list<Control*>{
+           &boardPic, scoreLabel.data(), &scoreLabel[1], &Combo1, &Command1, &Picture2, &Picture3, &Check1}) {
     control->Container = &Picture1;
   }
-  form.controls = {&Picture1, &scoreLabel[0], &scoreLabel[1], &Combo1,   &Command1, &Picture2,
-                   &Picture3, &boardPic,      &Check1,        &Command2, &debugPic};
+  form.controls = {&Picture1, scoreLabel.data(), &scoreLabel[1], &Combo1,   &Command1, &Picture2,
+                   &Picture3, &boardPic,         &Check1,        &Command2, &debugPic};
   for (Swatches* swatches : {&redColorPic, &blueColorPic}) {
     for (PictureBox& swatch : *swatches) form.controls.emplace_back(&swatch);
   }

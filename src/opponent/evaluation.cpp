@@ -17,7 +17,7 @@ constexpr double kBlockMarker = 50'000'000;
 // How far the neighbours of a cell reach along a line.
 constexpr int kReach = 4;
 constexpr std::uint64_t kWindowMask = 0x1FF;
-constexpr int kAxes = 4;
+constexpr std::size_t kAxes = 4;
 constexpr std::size_t kMostDiagonals = 2 * kLargestBoard - 1;
 
 std::uint64_t bit(int position) {

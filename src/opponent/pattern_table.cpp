@@ -86,9 +86,10 @@ void loadPatternTable(std::string_view bytes, Toolkit& toolkit) {
 void genUtezi(Toolkit& toolkit) {
   const Text fileName = toolkit.values().applicationFolder + Text(kTableFile);
   for (int n = 0; n < kPatternCount; ++n) {
-    const Text key = patternKey(n);
-    const Text weight = toolkit.platform().regional.numberText(weightOf(key));
-    toolkit.file().AppendToFile(fileName, key + u',' + weight, kAppendText);
+    Text line = patternKey(n);
+    const Text weight = toolkit.platform().regional.numberText(weightOf(line));
+    line.append(kComma).append(weight);
+    toolkit.file().AppendToFile(fileName, line, kAppendText);
   }
 }
 
