@@ -42,7 +42,8 @@ def own_files():
             sys.exit(f"lint: {database.relative_to(ROOT)} is missing; configure that build first")
         for entry in json.loads(database.read_text()):
             path = pathlib.Path(entry["directory"], entry["file"]).resolve()
-            if path.is_relative_to(ROOT) and path.relative_to(ROOT).parts[0] in FOLDERS:
+            ours = path.is_relative_to(ROOT) and path.relative_to(ROOT).parts[0] in FOLDERS
+            if ours and path.suffix == ".cpp":
                 files.setdefault(path, (build, entry))
     return files
 

@@ -4,7 +4,7 @@
 
 namespace fiar {
 
-CodePage::CodePage(const std::array<char16_t, 256>& characters) : characters_(characters), bytes_{} {
+CodePage::CodePage(const std::array<char16_t, 256>& characters) : characters_(characters) {
   bytes_.fill('?');
   for (std::size_t byte = characters.size(); byte-- > 0;) {
     bytes_[characters[byte]] = static_cast<std::uint8_t>(byte);

@@ -31,7 +31,7 @@ public:
 
 private:
   std::array<char16_t, 256> characters_;
-  std::array<std::uint8_t, 65536> bytes_;
+  std::array<std::uint8_t, 65536> bytes_{};
 };
 
 /// The characters of Windows-1252. The five bytes that it leaves undefined stand for the control codes of the

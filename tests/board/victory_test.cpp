@@ -72,7 +72,7 @@ TEST(Victory, FindsTheFirstLineInScanOrder) {
     EXPECT_EQ(board.score[1], c.winner == 2 ? 1 : 0);
     EXPECT_EQ(display.scoreLabel[0].Caption, c.winner == 1 ? u"1" : u"0");
     EXPECT_EQ(display.scoreLabel[1].Caption, c.winner == 2 ? u"1" : u"0");
-    for (int k = 0; k < 5 && c.winner != 0; ++k) {
+    for (std::size_t k = 0; k < 5 && c.winner != 0; ++k) {
       const int column = c.marks[4 * k] - '0';
       const int row = c.marks[4 * k + 2] - '0';
       EXPECT_EQ(board.winMarks(column, row), c.winner);

@@ -164,7 +164,7 @@ TEST(WonGame, OfTheComputerIsMarkedAndCountedAndStartOpensTheNext) {
   EXPECT_EQ(cellsOf(game.position(), 'b').size(), 1U);
 }
 
-/// Chooses for the human as the program does for itself.
+/// Finds moves that beat the computer: it plays on from each good one, for both sides as the computer plays.
 class Adviser {
 public:
   Adviser() {
@@ -173,51 +173,86 @@ public:
   }
 
   Cell bestMove(const Position& position, int size) {
-    Board& board = form_.game;
-    board.boardCols = board.boardRows = size;
-    for (Grid* grid : {&board.board, &board.attackWeights, &board.defenceWeights}) resetGrid(board, *grid);
-    for (const Cell cell : cellsOf(position, 'r')) board.board(cell.column, cell.row) = kHuman;
-    for (const Cell cell : cellsOf(position, 'b')) board.board(cell.column, cell.row) = kComputer;
-    board.player = kHuman;
-    form_.CalcUtezi2(kHuman);
-    form_.CalcUtezi2(kComputer);
-    form_.playNextMove();
-    return {static_cast<int>(board.lastMove.x), static_cast<int>(board.lastMove.y)};
+    constexpr std::size_t kCandidates = 8;
+    board_.boardCols = board_.boardRows = size;
+    resetGrid(board_, board_.board);
+    for (const Cell cell : cellsOf(position, 'r')) board_.board(cell.column, cell.row) = kHuman;
+    for (const Cell cell : cellsOf(position, 'b')) board_.board(cell.column, cell.row) = kComputer;
+    evaluate(kHuman);
+    std::vector<Cell> cells = cellsOf(position, '.');
+    std::stable_sort(cells.begin(), cells.end(),
+                     [&](Cell one, Cell other) { return scoreOf(one) > scoreOf(other); });
+    cells.resize(std::min(cells.size(), kCandidates));
+    const Board now = board_;
+    const auto valueOf = [&](Cell cell) {
+      board_ = now;
+      board_.board(cell.column, cell.row) = kHuman;
+      return playOn();
+    };
+    std::vector<int> values;
+    std::transform(cells.begin(), cells.end(), std::back_inserter(values), valueOf);
+    return cells.at(
+        static_cast<std::size_t>(std::max_element(values.begin(), values.end()) - values.begin()));
   }
 
 private:
+  /// How good the end is for the human; the sooner, the better or worse.
+  int playOn() {
+    constexpr int kTurns = 20;
+    for (int turnsLeft = kTurns; turnsLeft > 0; --turnsLeft) {
+      evaluate(turnsLeft % 2 == 0 ? kComputer : kHuman);
+      form_.playNextMove();
+      form_.checkForVictory();
+      if (board_.player != kNobody) continue;
+      const auto& marks = board_.winMarks;
+      for (int cell = 0;; ++cell) {
+        const double winner = marks(cell % board_.columns(), cell / board_.columns());
+        if (winner != kNobody) return winner == kHuman ? turnsLeft : -turnsLeft;
+      }
+    }
+    return 0;
+  }
+
+  /// Scores the empty cells for a side and makes it the one on move.
+  void evaluate(double side) {
+    board_.player = side;
+    resetGrid(board_, board_.attackWeights);
+    resetGrid(board_, board_.defenceWeights);
+    form_.CalcUtezi2(side);
+    form_.CalcUtezi2(side == kHuman ? kComputer : kHuman);
+  }
+
+  double scoreOf(Cell cell) const {
+    return board_.attackWeights(cell.column, cell.row) + board_.defenceWeights(cell.column, cell.row);
+  }
+
   test::FakePlatform machine_;
   Toolkit toolkit_{machine_.platform};
   mainFrm form_{machine_.platform, toolkit_};
+  Board& board_ = form_.game;
 };
 
 TEST(WonGame, OfTheHumanIsMarkedAndCounted) {
-  // The human wins about every other game.
-  constexpr int kMostGames = 24;
-  constexpr int kDraw = 200;
+  // The computer chooses at random among moves that it finds equal, so that a game may go astray.
+  constexpr int kMostGames = 5;
   Game game;
   Adviser adviser;
-  int lost = 0;
-  for (int attempt = 0; attempt < kMostGames && !HasFailure(); ++attempt) {
-    const bool humanOpens = attempt % 2 == 0;
-    game.chooseSize(attempt % 2 == 0 ? 2 : 1);
+  std::vector<std::string> scores{"0", "0"};
+  for (int number = 0; number < kMostGames && scores[0] == "0" && !HasFailure(); ++number) {
+    game.pressStart();
     Position position;
     EXPECT_TRUE(eventually([&] {
       position = game.position();
-      return stones(position) == (humanOpens ? 0 : 1);
-    }));
-    while (cellsOf(position, 'R').empty() && cellsOf(position, 'B').empty() && stones(position) < kDraw &&
-           !HasFailure()) {
+      return stones(position) == number % 2;
+    })) << position;
+    while (cellsOf(position, 'R').empty() && cellsOf(position, 'B').empty() && !HasFailure()) {
       position = game.play(adviser.bestMove(position, game.size()));
     }
-    if (!cellsOf(position, 'R').empty()) {
-      expectWon(game, 'R');
-      EXPECT_EQ(game.scores(), (std::vector<std::string>{"1", std::to_string(lost)}));
-      return;
-    }
-    if (!cellsOf(position, 'B').empty()) ++lost;
+    expectWon(game, cellsOf(position, 'R').empty() ? 'B' : 'R');
+    scores = game.scores();
+    EXPECT_EQ(std::stoi(scores.at(0)) + std::stoi(scores.at(1)), number + 1);
   }
-  ADD_FAILURE() << "the human lost " << lost << " games";
+  EXPECT_EQ(scores[0], "1");
 }
 
 }  // namespace

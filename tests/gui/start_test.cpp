@@ -99,7 +99,7 @@ void hideResource(const fs::path& program, const std::string& resource) {
     return value;
   };
   const std::size_t section = number(bytes.find(".rsrc") + kPlaceInHeader);
-  std::size_t found = bytes.npos;
+  std::size_t found = std::string::npos;
   if (resource.front() == '#') {
     // An entry of a directory: the number, and the place of another directory with the highest bit set.
     const auto wanted = static_cast<std::uint32_t>(std::stoi(resource.substr(1)));

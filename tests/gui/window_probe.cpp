@@ -204,7 +204,7 @@ void changeResource(const std::wstring& program, const wchar_t* type, const std:
   std::ifstream stream(std::filesystem::path(file), std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(stream), {}};
   if (bytes.empty()) throw std::runtime_error("there is nothing in the file");
-  const HANDLE update = require(BeginUpdateResourceW(program.c_str(), FALSE), "BeginUpdateResource");
+  HANDLE update = require(BeginUpdateResourceW(program.c_str(), FALSE), "BeginUpdateResource");
   for (const WORD language : languages) {
     require(UpdateResourceW(update, type, name, language, bytes.data(), static_cast<DWORD>(bytes.size())),
             "UpdateResource");

@@ -10,10 +10,10 @@ TEST(KeyPointer, GoesFromCellToCellAndStaysInThePicture) {
   box.Width = 9960;
   box.Height = 9960;
   struct Case {
-    double cells;  ///< in a row
+    double cells = 0;  ///< in a row
     PicturePoint from;
     KeyMove move;
-    double column, row;  ///< where it has to go
+    double column = 0, row = 0;  ///< where it has to go
   };
   for (const Case& one : {
            Case{15, {5000, 5000}, {1, 0}, 8, 7}, Case{15, {5000, 5000}, {0, -1}, 7, 6},

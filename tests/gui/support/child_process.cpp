@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -34,31 +34,31 @@ std::array<int, 2> makePipe() {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
+    : input_(makePipe()), output_(makePipe()) {
   // Writing to a child that has ended is an error like any other.
   signal(SIGPIPE, SIG_IGN);
+  // It ends with this process even if that is killed.
+  std::vector<std::string> command{"setpriv", "--pdeathsig", "TERM"};
+  command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<char*> words;
-  words.reserve(arguments.size() + 1);
-  for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+  words.reserve(command.size() + 1);
+  for (const std::string& argument : command) words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
-  const auto [childInput, input] = makePipe();
-  const auto [output, childOutput] = makePipe();
-  input_ = input;
-  output_ = output;
   posix_spawn_file_actions_t actions;
   requireZero(posix_spawn_file_actions_init(&actions), "posix_spawn_file_actions_init");
-  posix_spawn_file_actions_adddup2(&actions, childInput, STDIN_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, childOutput, STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, input_[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output_[1], STDOUT_FILENO);
   const int error = posix_spawnp(&process_, words.front(), &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
-  close(childInput);
-  close(childOutput);
+  close(input_[0]);
+  close(output_[1]);
   requireZero(error, words.front());
 }
 
 ChildProcess::~ChildProcess() {
-  close(input_);
-  close(output_);
+  close(input_[1]);
+  close(output_[0]);
   kill(process_, SIGTERM);
   const auto hasEnded = [&] { return waitpid(process_, nullptr, WNOHANG) != 0; };
   if (eventually(hasEnded)) return;
@@ -68,7 +68,7 @@ ChildProcess::~ChildProcess() {
 
 void ChildProcess::writeLine(const std::string& line) {
   const std::string whole = line + '\n';
-  if (write(input_, whole.data(), whole.size()) != static_cast<ssize_t>(whole.size())) {
+  if (write(input_[1], whole.data(), whole.size()) != static_cast<ssize_t>(whole.size())) {
     throw std::runtime_error("a program that the test needs has ended");
   }
 }
@@ -93,13 +93,13 @@ std::string ChildProcess::readAvailable() {
 }
 
 bool ChildProcess::awaitOutput(int milliseconds) const {
-  pollfd waiting{.fd = output_, .events = POLLIN, .revents = 0};
+  pollfd waiting{.fd = output_[0], .events = POLLIN, .revents = 0};
   return poll(&waiting, 1, milliseconds) > 0;
 }
 
 bool ChildProcess::fill() {
   std::array<char, 65536> block{};
-  const ssize_t count = read(output_, block.data(), block.size());
+  const ssize_t count = read(output_[0], block.data(), block.size());
   if (count <= 0) return false;
   unread_.append(block.data(), static_cast<std::size_t>(count));
   return true;

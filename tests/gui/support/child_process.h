@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -10,11 +11,11 @@
 namespace fiar::gui {
 
 /// A program of this machine that runs beside the test. Its standard input ends, and it is made to end, with
-/// the object; whatever happens to the test, it gets an end of input and, later, SIGKILL.
+/// the object, or with this process if that comes to a sudden end.
 class ChildProcess {
 public:
   /// Starts a program by its arguments, the first one its file or a name to be found in $PATH. It sees this
-  /// process's environment and error output. Throws std::system_error when it cannot be started.
+  /// process's environment and error output. One that cannot be started is one that has ended at once.
   explicit ChildProcess(const std::vector<std::string>& arguments);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -35,8 +36,9 @@ private:
   bool fill();
 
   pid_t process_ = -1;
-  int input_ = -1;   ///< the child's input
-  int output_ = -1;  ///< the child's output
+  // Pipes; the child has taken the first's reading end and the second's writing end.
+  std::array<int, 2> input_;
+  std::array<int, 2> output_;
   std::string unread_;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -14,24 +15,27 @@ namespace {
 constexpr int kSizes = 4;
 // A stone's rim is at nine tenths of the way to the edge of its cell.
 constexpr double kRimPart = 0.45;
-// How far a thin rim's colour may be from what it would be without smooth edges.
-constexpr int kSmoothed = 40;
 
-/// Whether two colours differ by no more than the tolerance in red, green and blue each.
-bool isNear(std::uint32_t one, std::uint32_t other, int tolerance) {
+/// How much of a colour there is in a pixel of the board, from 0 to 1.
+double partOf(std::uint32_t color, std::uint32_t pixel) {
+  double product = 0;
+  double square = 0;
   for (const int shift : {0, 8, 16}) {
-    const auto part = [&](std::uint32_t color) { return static_cast<int>((color >> shift) & 0xFF); };
-    if (std::abs(part(one) - part(other)) > tolerance) return false;
+    const auto fromBoard = [&](std::uint32_t value) {
+      return static_cast<double>((value >> shift) & 0xFF) -
+             static_cast<double>((kBoardColor >> shift) & 0xFF);
+    };
+    product += fromBoard(pixel) * fromBoard(color);
+    square += fromBoard(color) * fromBoard(color);
   }
-  return true;
+  return product / square;
 }
 
 char meaningOf(std::uint32_t color) {
   constexpr std::array<std::pair<std::uint32_t, char>, 5> kMeanings{
       {{kBoardColor, '.'}, {kLightRed, 'r'}, {kLightBlue, 'b'}, {kDarkRed, 'R'}, {kDarkBlue, 'B'}}};
-  const auto* const found = std::find_if(kMeanings.begin(), kMeanings.end(), [&](const auto& meaning) {
-    return isNear(meaning.first, color, 0);
-  });
+  const auto* const found = std::find_if(kMeanings.begin(), kMeanings.end(),
+                                         [&](const auto& meaning) { return meaning.first == color; });
   return found == kMeanings.end() ? '?' : found->second;
 }
 
@@ -142,6 +146,7 @@ std::vector<std::string> Game::scores() const {
   }
   std::sort(labels.begin(), labels.end());
   std::vector<std::string> texts;
+  texts.reserve(labels.size());
   for (const auto& label : labels) texts.push_back(label.second);
   return texts;
 }
@@ -171,12 +176,14 @@ Position Game::position() const {
 }
 
 bool Game::ringIsAt(Cell cell, std::uint32_t color) const {
+  // Where the ring is farthest from the grid. At a small scale no pixel has its colour alone.
+  constexpr double kEnough = 0.35;
   const Point centre = centreOf(cell);
-  const int rim = static_cast<int>(kRimPart * board_.width() / size_ + 0.5);
-  const Picture picture =
-      Desktop::get().screen.look({centre.x + rim - 2, centre.y, centre.x + rim + 3, centre.y + 1});
+  const int rim = static_cast<int>(std::lround(std::sqrt(0.5) * kRimPart * board_.width() / size_));
+  const Picture picture = Desktop::get().screen.look(
+      {centre.x + rim - 1, centre.y + rim - 1, centre.x + rim + 2, centre.y + rim + 2});
   return std::any_of(picture.pixels.begin(), picture.pixels.end(),
-                     [&](std::uint32_t pixel) { return isNear(pixel, color, kSmoothed); });
+                     [&](std::uint32_t pixel) { return partOf(color, pixel) > kEnough; });
 }
 
 Point Game::centreOf(Cell cell) const {

@@ -6,7 +6,7 @@
 #include <vector>
 
 // Xlib's own header names its macros like parts of other libraries (None, Bool).
-struct _XDisplay;
+struct _XDisplay;  // NOLINT(bugprone-reserved-identifier)
 
 namespace fiar::gui {
 
@@ -41,7 +41,9 @@ struct Picture {
 
   /// A pixel as 0xRRGGBB.
   std::uint32_t at(int x, int y) const {
-    return pixels.at(static_cast<std::size_t>(y * width + x)) & 0xFFFFFF;
+    return pixels.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                     static_cast<std::size_t>(x)) &
+           0xFFFFFF;
   }
 };
 
@@ -65,7 +67,7 @@ public:
 
   Area area() const;
   /// What is on the screen; of an area that reaches over its edges, the part within them.
-  Picture look(Area area) const;
+  Picture look(Area wanted) const;
 
   Point pointer() const;
   /// Moves the pointer there at once, without a way between.

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <system_error>
 
 #include "gui/support/screen.h"
 
@@ -36,11 +35,8 @@ SoundServer::SoundServer() {
 }
 
 std::unique_ptr<SoundServer> SoundServer::start() {
-  try {
-    return std::unique_ptr<SoundServer>(new SoundServer);
-  } catch (const std::system_error&) {
-    return nullptr;
-  }
+  const bool installed = std::system("command -v pulseaudio parec >/dev/null") == 0;
+  return installed ? std::unique_ptr<SoundServer>(new SoundServer) : nullptr;
 }
 
 SoundRecording::SoundRecording()

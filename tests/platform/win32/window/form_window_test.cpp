@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <stdexcept>
 #include <vector>
@@ -272,8 +273,8 @@ TEST_F(FormWindowTest, ScalesAsAWholeWithItsProportionsKept) {
 /// free, so that it grows with those that are left behind.
 int highestDrawingObject() {
   int highest = 0;
-  std::vector<HPEN> pens;
-  for (int i = 0; i < 40; ++i) pens.push_back(CreatePen(PS_SOLID, 1, RGB(i, 0, 0)));
+  std::array<HPEN, 40> pens{};
+  for (HPEN& pen : pens) pen = CreatePen(PS_SOLID, 1, RGB(0, 0, 0));
   for (const HPEN pen : pens) {
     highest = std::max<int>(highest, LOWORD(reinterpret_cast<ULONG_PTR>(pen)));
     DeleteObject(pen);
