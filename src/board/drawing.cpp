@@ -47,8 +47,8 @@ void drawGrid(Board& board, PictureBox& boardPic) {
 
 void drawBoard(const Board& board, const StoneColors& colors, PictureBox& boardPic) {
   boardPic.FillStyle = FillStyle::Solid;
-  for (int column = 0; column < board.columns(); ++column) {
-    for (int row = 0; row < board.rows(); ++row) {
+  for (int column = 0; column < board.board.columns(); ++column) {
+    for (int row = 0; row < board.board.rows(); ++row) {
       const double stone = board.board(column, row);
       drawStone(board, boardPic, column, row, swatchColor(stone, colors, kFillSwatch),
                 swatchColor(stone, colors, kRimSwatch));

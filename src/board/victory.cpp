@@ -34,8 +34,8 @@ double ownerOfLine(const Grid& stones, int column, int row, Step step) {
 }
 
 std::optional<WinningLine> findWinningLine(const Board& board) {
-  for (int column = 0; column < board.columns(); ++column) {
-    for (int row = 0; row < board.rows(); ++row) {
+  for (int column = 0; column < board.board.columns(); ++column) {
+    for (int row = 0; row < board.board.rows(); ++row) {
       for (const Step step : kDirections) {
         const double owner = ownerOfLine(board.board, column, row, step);
         if (owner != kNobody) return WinningLine{column, row, step, owner};

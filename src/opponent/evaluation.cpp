@@ -1,5 +1,6 @@
 #include "opponent/evaluation.h"
 
+#include <bit>
 #include <stdexcept>
 
 #include "opponent/pattern_table.h"
@@ -24,21 +25,26 @@ std::uint64_t bit(int position) {
   return std::uint64_t{1} << position;
 }
 
+using Windows = std::array<std::uint64_t, kAxes>;
+
 /// The cells that hold one code, as bits, once for every line of the board. A cell's bit is its column (in
 /// `columns` its row) plus kReach, so that a window may reach over either edge and finds nothing there.
 class Occupancy {
 public:
   Occupancy() = default;
   Occupancy(const Board& board, double code) {
-    for (int column = 0; column < board.columns(); ++column) {
-      for (int row = 0; row < board.rows(); ++row) {
-        if (board.board(column, row) == code) add(column, row);
+    for (int column = 0; column < board.board.columns(); ++column) {
+      std::uint64_t stones = 0;
+      for (int row = 0; row < board.board.rows(); ++row) {
+        stones |= std::uint64_t{board.board(column, row) == code} << row;
       }
+      columns_[index(column)] = stones << kReach;
+      for (; stones != 0; stones &= stones - 1) add(column, std::countr_zero(stones));
     }
   }
 
   /// The windows of a cell in the order of the directions: rising diagonal, row, falling diagonal, column.
-  std::array<std::uint64_t, kAxes> windows(int column, int row) const {
+  Windows windows(int column, int row) const {
     return {window(rising_[risingIndex(column, row)], column), window(rows_[index(row)], column),
             window(falling_[fallingIndex(column, row)], column), window(columns_[index(column)], row)};
   }
@@ -53,7 +59,6 @@ private:
     rising_[risingIndex(column, row)] |= bit(column + kReach);
     rows_[index(row)] |= bit(column + kReach);
     falling_[fallingIndex(column, row)] |= bit(column + kReach);
-    columns_[index(column)] |= bit(row + kReach);
   }
 
   std::array<std::uint64_t, kMostDiagonals> rising_{};
@@ -65,8 +70,7 @@ private:
 using CellScores = std::array<double, 2 * kAxes>;
 
 /// What a cell's lines add in all eight directions, in their order.
-CellScores scoresOf(const Occupancy& own, int column, int row, const LineScores& scores) {
-  const auto stones = own.windows(column, row);
+CellScores scoresOf(const Windows& stones, const LineScores& scores) {
   CellScores result{};
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
     result[axis] = scores.forward[stones[axis]];
@@ -76,16 +80,10 @@ CellScores scoresOf(const Occupancy& own, int column, int row, const LineScores&
 }
 
 /// Takes out the lines on which stones stand that make a pattern unknown.
-void dropLines(CellScores& scores, const std::array<std::uint64_t, kAxes>& strangers) {
+void dropLines(CellScores& scores, const Windows& strangers) {
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
     if (strangers[axis] != 0) scores[axis] = scores[axis + kAxes] = 0;
   }
-}
-
-/// The sum of a cell and its lines, in order, with no regard to the threshold.
-double plainSum(double sum, const CellScores& scores) {
-  for (const double score : scores) sum += score;
-  return sum;
 }
 
 void addAttack(const CellScores& scores, double& attack) {
@@ -121,11 +119,9 @@ void setScore(LineScores& scores, unsigned pattern, double score) {
 
 void PatternWeights::refresh() {
   if (read_ && revision_ == variables_.revision()) return;
-  nonNegative_ = true;
   for (unsigned n = 0; n < kPatternCount; ++n) {
     const Text* const text = variables_.findVar(patternKey(static_cast<int>(n)));
     const double weight = text == nullptr ? 0 : regional_.number(*text).value_or(0);
-    nonNegative_ = nonNegative_ && weight >= 0;
     setScore(attack_, n, kAttackFactor * weight);
     setScore(defence_, n, kDefenceFactor * weight);
   }
@@ -134,7 +130,7 @@ void PatternWeights::refresh() {
 }
 
 void CalcUtezi2(double side, Board& board, PatternWeights& weights) {
-  if (board.columns() > kLargestBoard || board.rows() > kLargestBoard) {
+  if (board.board.columns() > kLargestBoard || board.board.rows() > kLargestBoard) {
     throw std::length_error("the board is too large to be evaluated");
   }
   weights.refresh();
@@ -144,20 +140,15 @@ void CalcUtezi2(double side, Board& board, PatternWeights& weights) {
   const bool attacking = side == board.player;
   const LineScores& lineScores = attacking ? weights.attack() : weights.defence();
   Grid& sums = attacking ? board.attackWeights : board.defenceWeights;
-  for (int column = 0; column < board.columns(); ++column) {
-    for (int row = 0; row < board.rows(); ++row) {
+  for (int column = 0; column < board.board.columns(); ++column) {
+    for (int row = 0; row < board.board.rows(); ++row) {
       if (board.board(column, row) != kNobody) continue;
-      CellScores scores = scoresOf(own, column, row, lineScores);
+      CellScores scores = scoresOf(own.windows(column, row), lineScores);
       if (!knownSide) dropLines(scores, foreign.windows(column, row));
-      double& sum = sums(column, row);
-      const double total = plainSum(sum, scores);
-      // A sum that only grows and ends below the threshold was never above it.
-      if (weights.nonNegative() && total <= kFiveThreshold) {
-        sum = total;
-      } else if (attacking) {
-        addAttack(scores, sum);
+      if (attacking) {
+        addAttack(scores, sums(column, row));
       } else {
-        addDefence(scores, board.attackWeights(column, row), sum);
+        addDefence(scores, board.attackWeights(column, row), sums(column, row));
       }
     }
   }

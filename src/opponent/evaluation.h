@@ -38,15 +38,12 @@ public:
   const LineScores& attack() const { return attack_; }
   /// The scores of the other side.
   const LineScores& defence() const { return defence_; }
-  /// Whether no weight is below 0, so that a sum of them only grows.
-  bool nonNegative() const { return nonNegative_; }
 
 private:
   const VariableStore& variables_;
   const RegionalFormat& regional_;
   bool read_ = false;
   std::uint64_t revision_ = 0;  ///< of the store when it was last read
-  bool nonNegative_ = true;
   LineScores attack_;
   LineScores defence_;
 };

@@ -16,8 +16,8 @@ double scoreOf(const Board& board, int column, int row) {
 
 template <class Visit>
 void forEachEmptyCell(const Board& board, Visit visit) {
-  for (int column = 0; column < board.columns(); ++column) {
-    for (int row = 0; row < board.rows(); ++row) {
+  for (int column = 0; column < board.board.columns(); ++column) {
+    for (int row = 0; row < board.board.rows(); ++row) {
       if (board.board(column, row) == kNobody) visit(column, row);
     }
   }

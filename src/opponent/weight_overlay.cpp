@@ -23,8 +23,8 @@ Text wholeNumberText(double value) {
 }  // namespace
 
 void drawutezi(const Board& board, PictureBox& boardPic) {
-  for (int column = 0; column < board.columns(); ++column) {
-    for (int row = 0; row < board.rows(); ++row) {
+  for (int column = 0; column < board.board.columns(); ++column) {
+    for (int row = 0; row < board.board.rows(); ++row) {
       const double attack = board.attackWeights(column, row);
       const double defence = board.defenceWeights(column, row);
       const std::array<double, 3> values{attack, defence, attack + defence};
