@@ -26,6 +26,7 @@ constexpr std::array kNamedFiles{
     NamedFile{u"WAVTAP", "tap.wav"},
     NamedFile{u"WAVERR", "error.wav"},
     NamedFile{u"BACKGROUND", "background.jpg"},
+    NamedFile{u"BACKGROUNDSMALL", "background_small.jpg"},
     NamedFile{u"PICTURE2", "picture2.gif"},
     NamedFile{u"PICTURE3", "picture3.gif"},
 };

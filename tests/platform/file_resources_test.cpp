@@ -66,13 +66,15 @@ TEST(ShippedResources, PicturesHaveTheirFormatsAndSizes) {
   }
   EXPECT_NE(kResources.custom(u"PICTURE2"), kResources.custom(u"PICTURE3"));
   // A JPEG's frame segment: length, bits, then height and width with the high bytes first. Twice the size
-  // that is shown at 96 DPI, so that it stays sharp on finer displays.
-  const std::string background = kResources.custom(u"BACKGROUND").value();
-  ASSERT_TRUE(background.starts_with("\xFF\xD8\xFF"));
-  const std::size_t frame = background.find(std::string("\xFF\xC0\x00\x11\x08", 5));
-  ASSERT_NE(frame, std::string::npos);
-  EXPECT_EQ(numberAt(background, frame + 5, 1) * 256 + numberAt(background, frame + 6, 1), 2U * 680);
-  EXPECT_EQ(numberAt(background, frame + 7, 1) * 256 + numberAt(background, frame + 8, 1), 2U * 806);
+  // that is shown at 96 DPI, so that it stays sharp on finer displays, and that size.
+  for (const auto& [name, times] : {std::pair{u"BACKGROUND", 2U}, {u"BACKGROUNDSMALL", 1U}}) {
+    const std::string background = kResources.custom(name).value();
+    ASSERT_TRUE(background.starts_with("\xFF\xD8\xFF"));
+    const std::size_t frame = background.find(std::string("\xFF\xC0\x00\x11\x08", 5));
+    ASSERT_NE(frame, std::string::npos);
+    EXPECT_EQ(numberAt(background, frame + 5, 1) * 256 + numberAt(background, frame + 6, 1), times * 680);
+    EXPECT_EQ(numberAt(background, frame + 7, 1) * 256 + numberAt(background, frame + 8, 1), times * 806);
+  }
 }
 
 TEST(ShippedResources, IconHasEverySizeThatWindowsShows) {

@@ -1,6 +1,7 @@
 #include "platform/win32/pictures.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/image_scaler.h"
 #include "platform/win32/com.h"
@@ -12,9 +13,20 @@ namespace {
 
 // Larger ones are damaged: no picture of the program comes near it.
 constexpr UINT kLargestSide = 16384;
+// What a converter is asked for at a time: it needs as much memory again.
+constexpr UINT kStripRows = 64;
 
-/// The first frame of an image file, with pixels as BitmapView has them.
-ComPointer<IWICFormatConverter> openImage(std::string& file) {
+constexpr TextView kSmallCopy = u"SMALL";
+
+/// An image of which the size is known and nothing is decoded yet.
+struct OpenImage {
+  std::string file;
+  ComPointer<IWICFormatConverter> pixels;  ///< the first frame's, as BitmapView has them
+  UINT width = 0;
+  UINT height = 0;
+};
+
+ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
   const auto factory = obtain<IWICImagingFactory>("CoCreateInstance", [](IWICImagingFactory** object) {
     return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
                             reinterpret_cast<void**>(object));
@@ -38,6 +50,27 @@ ComPointer<IWICFormatConverter> openImage(std::string& file) {
   return converter;
 }
 
+OpenImage openImage(std::string bytes) {
+  OpenImage image{.file = std::move(bytes), .pixels = {}};
+  image.pixels = openFirstFrame(image.file);
+  requireSuccess(image.pixels->GetSize(&image.width, &image.height), "GetSize");
+  return image;
+}
+
+void copyPixels(const OpenImage& image, std::vector<std::uint32_t>& pixels) {
+  pixels.resize(std::size_t{image.width} * image.height);
+  const UINT stride = image.width * static_cast<UINT>(sizeof(std::uint32_t));
+  for (UINT top = 0; top < image.height; top += kStripRows) {
+    const UINT rows = std::min(kStripRows, image.height - top);
+    const WICRect strip{.X = 0,
+                        .Y = static_cast<INT>(top),
+                        .Width = static_cast<INT>(image.width),
+                        .Height = static_cast<INT>(rows)};
+    auto* const target = reinterpret_cast<BYTE*>(&pixels[std::size_t{image.width} * top]);
+    requireSuccess(image.pixels->CopyPixels(&strip, stride, stride * rows, target), "CopyPixels");
+  }
+}
+
 }  // namespace
 
 PictureError::PictureError(TextView resource, const std::string& reason)
@@ -45,9 +78,10 @@ PictureError::PictureError(TextView resource, const std::string& reason)
                          "\" in the program cannot be shown: " + reason) {}
 
 void Pictures::show(const PictureRef& picture, const BitmapView& target) {
-  auto decoded = std::find_if(kept_.begin(), kept_.end(),
-                              [&](const Decoded& one) { return one.resource == picture.resource; });
-  if (decoded == kept_.end()) decoded = kept_.insert(kept_.end(), decode(picture));
+  const Text resource = resourceFor(picture, target);
+  auto decoded =
+      std::find_if(kept_.begin(), kept_.end(), [&](const Decoded& one) { return one.resource == resource; });
+  if (decoded == kept_.end()) decoded = kept_.insert(kept_.end(), decode(resource));
   scaleImage({decoded->pixels.data(), decoded->width, decoded->height, decoded->width}, target);
   if (!keeping_) kept_.clear();
 }
@@ -57,26 +91,33 @@ void Pictures::keepDecoded(bool keep) {
   if (!keep) kept_.clear();
 }
 
-Pictures::Decoded Pictures::decode(const PictureRef& picture) const {
-  auto file = resources_.custom(picture.resource);
-  if (!file) throw PictureError(picture.resource, "it is missing");
+Text Pictures::resourceFor(const PictureRef& picture, const BitmapView& target) const {
+  Text smallCopy = Text(picture.resource) + Text(kSmallCopy);
+  auto file = resources_.custom(smallCopy);
+  if (!file) return Text(picture.resource);
   try {
-    const auto image = openImage(*file);
-    UINT width = 0;
-    UINT height = 0;
-    requireSuccess(image->GetSize(&width, &height), "GetSize");
-    if (width == 0 || height == 0 || width > kLargestSide || height > kLargestSide) {
-      throw PictureError(picture.resource, "its size is wrong");
+    const OpenImage image = openImage(std::move(*file));
+    const bool isLargeEnough =
+        image.width >= static_cast<UINT>(target.width) && image.height >= static_cast<UINT>(target.height);
+    return isLargeEnough ? smallCopy : Text(picture.resource);
+  } catch (const Error& error) {
+    throw PictureError(smallCopy, error.what());
+  }
+}
+
+Pictures::Decoded Pictures::decode(TextView resource) const {
+  auto file = resources_.custom(resource);
+  if (!file) throw PictureError(resource, "it is missing");
+  try {
+    const OpenImage image = openImage(std::move(*file));
+    if (image.width == 0 || image.height == 0 || image.width > kLargestSide || image.height > kLargestSide) {
+      throw PictureError(resource, "its size is wrong");
     }
-    Decoded decoded{picture.resource, static_cast<int>(width), static_cast<int>(height), {}};
-    decoded.pixels.resize(std::size_t{width} * height);
-    const UINT stride = width * static_cast<UINT>(sizeof(std::uint32_t));
-    requireSuccess(
-        image->CopyPixels(nullptr, stride, stride * height, reinterpret_cast<BYTE*>(decoded.pixels.data())),
-        "CopyPixels");
+    Decoded decoded{Text(resource), static_cast<int>(image.width), static_cast<int>(image.height), {}};
+    copyPixels(image, decoded.pixels);
     return decoded;
   } catch (const Error& error) {
-    throw PictureError(picture.resource, error.what());
+    throw PictureError(resource, error.what());
   }
 }
 

@@ -17,7 +17,9 @@ public:
 };
 
 /// The pictures in the program's resources, in any format that the system knows. A decoded picture is large
-/// and seldom needed, so it is not kept, but for the time in which sizes change again and again.
+/// and seldom needed, so it is not kept, but for the time in which sizes change again and again. A picture
+/// may have a copy with fewer pixels, which costs less time: a resource of its name with "SMALL" behind it.
+/// The copy is shown where it is large enough.
 class Pictures {
 public:
   /// \param resources outlives this object.
@@ -26,20 +28,22 @@ public:
   /// Shows a picture in the size of the target. Throws PictureError.
   void show(const PictureRef& picture, const BitmapView& target);
   /// Throws PictureError if the picture cannot be shown.
-  void check(const PictureRef& picture) const { decode(picture); }
+  void check(const PictureRef& picture) const { decode(picture.resource); }
 
   /// Whether decoded pictures are kept from now on; no longer keeping them frees their memory.
   void keepDecoded(bool keep);
 
 private:
   struct Decoded {
-    TextView resource;
+    Text resource;
     int width = 0;
     int height = 0;
     std::vector<std::uint32_t> pixels;
   };
 
-  Decoded decode(const PictureRef& picture) const;
+  /// The resource that a picture is shown from in the size of the target.
+  Text resourceFor(const PictureRef& picture, const BitmapView& target) const;
+  Decoded decode(TextView resource) const;
 
   const Resources& resources_;
   std::vector<Decoded> kept_;
