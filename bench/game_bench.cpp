@@ -94,6 +94,32 @@ void tickWithNothingChanged(benchmark::State& state) {
 }
 BENCHMARK(tickWithNothingChanged)->Unit(benchmark::kMicrosecond);
 
+void tickWithThePointerMoved(benchmark::State& state) {
+  LargeGame running(1);
+  running.game.player = kHuman;
+  running.tick();
+  double column = 0;
+  for (auto step : state) {
+    column = 1 - column;
+    running.moveTo(column, 7);
+    running.tick();
+  }
+}
+BENCHMARK(tickWithThePointerMoved)->Unit(benchmark::kMicrosecond);
+
+void tickWithANewStone(benchmark::State& state) {
+  LargeGame running(3);
+  running.game.player = kHuman;
+  running.tick();
+  double& cell = running.game.board(7, 7);
+  for (auto step : state) {
+    cell = cell == kHuman ? kNobody : kHuman;
+    running.game.lastMoveTime += 1;
+    running.tick();
+  }
+}
+BENCHMARK(tickWithANewStone)->Unit(benchmark::kMicrosecond);
+
 void painting(benchmark::State& state) {
   LargeGame running(1);
   running.tick();

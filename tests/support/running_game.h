@@ -16,7 +16,7 @@ struct RunningGame {
 
   RunningGame() { machine.resources.loadRealOnes = true; }
 
-  void load() { window.form.Load(); }
+  void load() const { window.form.Load(); }
   void tick() {
     machine.clock.advance(0.005);
     window.Timer1.Tick();
@@ -26,7 +26,7 @@ struct RunningGame {
     window.Command1.Click();
   }
 
-  void moveTo(double column, double row) {
+  void moveTo(double column, double row) const {
     const auto centre = [](double cell, double size) { return static_cast<float>((cell + 0.5) * size); };
     window.boardPic.MouseMove(0, 0, centre(column, game.cellWidth), centre(row, game.cellHeight));
   }
