@@ -232,7 +232,7 @@ bool clsZantorMail::findAnswer(TextView code) {
     const TextView line = rest.substr(0, rest.find(kLineEnd));
     rest.remove_prefix(line.size() + kLineEnd.size());
     const std::size_t space = line.find(u' ');
-    if (space != TextView::npos && trimSpaces(line.substr(0, space)) == code) return true;
+    if (space != TextView::npos && line.substr(0, space) == code) return true;
   }
   return false;
 }
