@@ -4,7 +4,7 @@
 #   native   nothing further: the unit tests, built for this machine with sanitizers
 #   windows  Wine: the same unit tests, built for Windows
 #   gui      Wine and a virtual display: FiveInARow.exe, used from outside, and the window used from inside
-#   lint     clang-format, clang-tidy, shellcheck
+#   lint     clang-format, clang-tidy, cppcheck, shellcheck
 #   fuzz     the fuzz targets, for a few seconds each
 #   mail     a mail server
 #   package  the finished .exe and the zip

@@ -126,7 +126,7 @@ std::optional<Text> ObviousTagReader::getTag(Text text, const Text& tagPath, Tex
   const Text index = clsZantorXml::getBetween(name, u"[", u"]", false, false);
   double n = std::strtod(toUtf8(index).c_str(), nullptr);
   if (n != 0) {
-    name = name.substr(0, name.find(u'['));
+    name.resize(name.find(u'['));
   } else {
     n = 1;
   }

@@ -19,6 +19,7 @@ constexpr double kBlockMarker = 50'000'000;
 constexpr int kReach = 4;
 constexpr std::uint64_t kWindowMask = 0x1FF;
 constexpr std::size_t kAxes = 4;
+constexpr std::size_t kDirections = 2 * kAxes;
 constexpr std::size_t kMostDiagonals = 2 * kLargestBoard - 1;
 
 std::uint64_t bit(int position) {
@@ -67,7 +68,7 @@ private:
   std::array<std::uint64_t, kLargestBoard> columns_{};
 };
 
-using CellScores = std::array<double, 2 * kAxes>;
+using CellScores = std::array<double, kDirections>;
 
 /// What a cell's lines add in all eight directions, in their order.
 CellScores scoresOf(const Windows& stones, const LineScores& scores) {

@@ -69,9 +69,11 @@ private:
 
 clsZantorMail::clsZantorMail(Toolkit& toolkit)
     : toolkit_(toolkit), winsock1_(toolkit.platform().sockets->newSocket()) {
-  winsock1_->OnConnect = [this] { log(u"Connected"); };
+  winsock1_->OnConnect = [this] { addToLog(u"Connected"); };
   winsock1_->OnDataArrival = [this] { DataArrival(); };
-  winsock1_->OnError = [this](TextView description) { log(Text(u"winsock.error:").append(description)); };
+  winsock1_->OnError = [this](TextView description) {
+    addToLog(Text(u"winsock.error:").append(description));
+  };
 }
 
 void clsZantorMail::setServerName(TextView value) {
@@ -207,7 +209,7 @@ void clsZantorMail::send(TextView line) {
 // Sends the text as it stands; who calls has added the line end.
 void clsZantorMail::sendLine(TextView text) {
   winsock1_->SendData(toolkit_.platform().codePage.encode(text));
-  log(Text(u"winsock.send:").append(text));
+  addToLog(Text(u"winsock.send:").append(text));
 }
 
 void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
@@ -220,7 +222,7 @@ void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
     ok = findAnswer(code);
     if (!ok) platform.events.waitAndProcess(limit - time);
   }
-  log(Text(u"waitForAnswer:").append(code).append(ok ? u" OK" : u" TIMEOUT"));
+  addToLog(Text(u"waitForAnswer:").append(code).append(ok ? u" OK" : u" TIMEOUT"));
 }
 
 // Whether one of the lines that have arrived since the last look begins with the code and a space.
@@ -246,11 +248,11 @@ void clsZantorMail::DataArrival() {
 
 void clsZantorMail::setLogged(Text& property, TextView value, TextView label) {
   property = value;
-  log(Text(label).append(value));
+  addToLog(Text(label).append(value));
 }
 
 // Adds an entry to the debug log while that is switched on.
-void clsZantorMail::log(const Text& entry) {
+void clsZantorMail::addToLog(const Text& entry) {
   if (!clsZantorBas::GetTF(debugScript_)) return;
   toolkit_.file().AppendToFile(Text(toolkit_.values().applicationFolder).append(kLogName), entry, 0);
 }

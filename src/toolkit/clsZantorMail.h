@@ -63,7 +63,7 @@ public:
 
 private:
   void setLogged(Text& property, TextView value, TextView label);
-  void log(const Text& entry);
+  void addToLog(const Text& entry);
 
   void sendMessage();
   void sendEnvelope();
