@@ -50,10 +50,20 @@ ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
   return converter;
 }
 
-OpenImage openImage(std::string bytes) {
-  OpenImage image{.file = std::move(bytes), .pixels = {}};
-  image.pixels = openFirstFrame(image.file);
-  requireSuccess(image.pixels->GetSize(&image.width, &image.height), "GetSize");
+/// Throws PictureError.
+OpenImage open(const Resources& resources, TextView resource) {
+  auto file = resources.custom(resource);
+  if (!file) throw PictureError(resource, "it is missing");
+  OpenImage image{.file = std::move(*file), .pixels = {}};
+  try {
+    image.pixels = openFirstFrame(image.file);
+    requireSuccess(image.pixels->GetSize(&image.width, &image.height), "GetSize");
+  } catch (const Error& error) {
+    throw PictureError(resource, error.what());
+  }
+  if (image.width == 0 || image.height == 0 || image.width > kLargestSide || image.height > kLargestSide) {
+    throw PictureError(resource, "its size is wrong");
+  }
   return image;
 }
 
@@ -93,32 +103,24 @@ void Pictures::keepDecoded(bool keep) {
 
 Text Pictures::resourceFor(const PictureRef& picture, const BitmapView& target) const {
   Text smallCopy = Text(picture.resource) + Text(kSmallCopy);
-  auto file = resources_.custom(smallCopy);
-  if (!file) return Text(picture.resource);
-  try {
-    const OpenImage image = openImage(std::move(*file));
-    const bool isLargeEnough =
-        image.width >= static_cast<UINT>(target.width) && image.height >= static_cast<UINT>(target.height);
-    return isLargeEnough ? smallCopy : Text(picture.resource);
-  } catch (const Error& error) {
-    throw PictureError(smallCopy, error.what());
-  }
+  if (!resources_.custom(smallCopy)) return Text(picture.resource);
+  // The picture itself has to be there for the time when it is needed.
+  open(resources_, picture.resource);
+  const OpenImage image = open(resources_, smallCopy);
+  const bool isLargeEnough =
+      image.width >= static_cast<UINT>(target.width) && image.height >= static_cast<UINT>(target.height);
+  return isLargeEnough ? smallCopy : Text(picture.resource);
 }
 
 Pictures::Decoded Pictures::decode(TextView resource) const {
-  auto file = resources_.custom(resource);
-  if (!file) throw PictureError(resource, "it is missing");
+  const OpenImage image = open(resources_, resource);
+  Decoded decoded{Text(resource), static_cast<int>(image.width), static_cast<int>(image.height), {}};
   try {
-    const OpenImage image = openImage(std::move(*file));
-    if (image.width == 0 || image.height == 0 || image.width > kLargestSide || image.height > kLargestSide) {
-      throw PictureError(resource, "its size is wrong");
-    }
-    Decoded decoded{Text(resource), static_cast<int>(image.width), static_cast<int>(image.height), {}};
     copyPixels(image, decoded.pixels);
-    return decoded;
   } catch (const Error& error) {
     throw PictureError(resource, error.what());
   }
+  return decoded;
 }
 
 }  // namespace fiar::win32

@@ -1,0 +1,67 @@
+#include "platform/win32/pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "platform/file_resources.h"
+#include "platform/win32/com.h"
+
+namespace fiar::win32 {
+namespace {
+
+struct NamedPictures final : Resources {
+  std::map<Text, std::string> files;
+
+  std::optional<std::string> custom(unsigned /*number*/) const override { return std::nullopt; }
+  std::optional<std::string> custom(TextView name) const override {
+    const auto found = files.find(Text(name));
+    return found == files.end() ? std::nullopt : std::optional(found->second);
+  }
+};
+
+class PicturesTest : public testing::Test {
+protected:
+  std::vector<std::uint32_t> shown(int width, int height) const {
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    Pictures(own).show({u"PICTURE"}, {pixels.data(), width, height, width});
+    return pixels;
+  }
+  static std::string shipped(TextView name) { return FileResources(FIAR_RESOURCE_DIR).custom(name).value(); }
+
+  const ComApartment apartment;
+  NamedPictures own;
+};
+
+TEST_F(PicturesTest, ShowTheSmallCopyWhereItIsLargeEnough) {
+  constexpr int kWidth = 119;
+  constexpr int kHeight = 157;
+  own.files[u"PICTURE"] = shipped(u"PICTURE2");
+  const auto large = shown(kWidth, kHeight);
+  const auto larger = shown(kWidth, kHeight + 1);
+  own.files[u"PICTURESMALL"] = shipped(u"PICTURE3");
+  EXPECT_NE(shown(kWidth, kHeight), large);
+  EXPECT_EQ(shown(kWidth, kHeight + 1), larger);
+  // The picture itself is missed before it is needed.
+  own.files.erase(u"PICTURE");
+  EXPECT_THROW(shown(kWidth, kHeight), PictureError);
+}
+
+TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
+  for (const auto& [name, step] : {std::pair{u"PICTURE2", 131}, {u"BACKGROUNDSMALL", 509}}) {
+    const std::string whole = shipped(name);
+    int refused = 0;
+    for (std::size_t length = 0; length < whole.size(); length += static_cast<std::size_t>(step)) {
+      own.files[u"PICTURE"] = whole.substr(0, length);
+      try {
+        shown(40, 30);
+      } catch (const PictureError&) {
+        ++refused;
+      }
+    }
+    EXPECT_GT(refused, 0) << toUtf8(name);
+  }
+}
+
+}  // namespace
+}  // namespace fiar::win32
