@@ -85,6 +85,17 @@ TEST_F(Evaluation, ScoresTellingPositions) {
   }
 }
 
+TEST_F(Evaluation, MarksWhatIsAboveAMillionOnly) {
+  toolkit.variables().setVar(u"0001P0000", u"0");
+  for (const auto& [weight, attack] : {std::pair{u"100000", 1e6}, {u"100000.1", 1e8}}) {
+    toolkit.variables().setVar(u"0000P1000", weight);
+    Board board = test::boardOf({"  1"});
+    board.player = kHuman;
+    evaluate(board);
+    EXPECT_EQ(board.attackWeights(1, 0), attack);
+  }
+}
+
 TEST_F(Evaluation, AgreesWithTheObviousWayOnThousandsOfBoards) {
   expectAgreementOnRandomBoards(20260314, 1);
 }

@@ -83,15 +83,22 @@ TEST_F(MoveChoice, EveryCellOfAnEmptyBoardCanBePlayed) {
   }
 }
 
-TEST_F(MoveChoice, AFullBoardStartsANewGameAndIsNotWritten) {
-  for (int column = 0; column < 10; ++column) {
-    for (int row = 0; row < 10; ++row) board.board(column, row) = kHuman;
+TEST_F(MoveChoice, ABoardWithNothingToPlayStartsANewGameAndIsNotWritten) {
+  // Full, or with nothing but cells that are worth less than nothing.
+  for (const double stone : {kHuman, kNobody}) {
+    for (int column = 0; column < 10; ++column) {
+      for (int row = 0; row < 10; ++row) {
+        board.board(column, row) = stone;
+        board.attackWeights(column, row) = -1;
+      }
+    }
+    const Board before = board;
+    newGames = 0;
+    play();
+    EXPECT_EQ(newGames, 1);
+    EXPECT_EQ(board.board, before.board);
+    EXPECT_EQ(board.lastMove, before.lastMove);
   }
-  const Board before = board;
-  play();
-  EXPECT_EQ(newGames, 1);
-  EXPECT_EQ(board.board, before.board);
-  EXPECT_EQ(board.lastMove, before.lastMove);
 }
 
 TEST_F(MoveChoice, TheHintRingsAllBestCellsAboveItsThreshold) {
