@@ -9,6 +9,7 @@ namespace {
 
 // How far the curve reaches from its middle, in pixels of the coarser image.
 constexpr double kReach = 2;
+constexpr std::uint32_t kColor = 0x00FFFFFF;
 
 double catmullRom(double distance) {
   const double x = std::abs(distance);
@@ -83,11 +84,18 @@ void scaleHeight(const BitmapView& source, int height, int firstRow, const Bitma
   }
 }
 
+void copy(const BitmapView& source, const BitmapView& target) {
+  for (int y = 0; y < source.height; ++y) {
+    std::transform(source.row(y), source.row(y) + source.width, target.row(y),
+                   [](std::uint32_t pixel) { return pixel & kColor; });
+  }
+}
+
 /// Turns rows into columns.
 void transpose(const BitmapView& source, const BitmapView& target) {
   for (int x = 0; x < source.width; ++x) {
     std::uint32_t* to = target.row(x);
-    for (int y = 0; y < source.height; ++y) to[y] = source.row(y)[x] & 0x00FFFFFF;
+    for (int y = 0; y < source.height; ++y) to[y] = source.row(y)[x] & kColor;
   }
 }
 
@@ -99,6 +107,10 @@ bool hasPixels(const BitmapView& image) {
 
 void scaleImage(const BitmapView& source, const BitmapView& target) {
   if (!hasPixels(source) || !hasPixels(target)) return;
+  if (source.width == target.width && source.height == target.height) {
+    copy(source, target);
+    return;
+  }
   // Some rows at a time, so that what lies between the steps stays in the processor's cache.
   constexpr int kBand = 32;
   Image lowered(source.width, kBand);

@@ -32,7 +32,6 @@ FormWindow::FormWindow(Form& form, EventGate& gate, const Resources& resources)
   for (const ControlRef& control : form_.controls) {
     items_.push_back({ControlWindow::make(control, {gate, pictures_})});
   }
-  checkPictures();
   timers_.resize(form_.timers.size());
   loadIcons();
   takeFirstSize();
@@ -41,12 +40,9 @@ FormWindow::FormWindow(Form& form, EventGate& gate, const Resources& resources)
 }
 
 void FormWindow::checkPictures() const {
-  // Those that are not seen yet too: better now than in the middle of a game.
   for (const ControlRef& control : form_.controls) {
     const auto* const box = std::get_if<PictureBox*>(&control);
-    if (box != nullptr && !(*box)->Visible && !(*box)->Picture.resource.empty()) {
-      pictures_.check((*box)->Picture);
-    }
+    if (box != nullptr && !(*box)->Picture.resource.empty()) pictures_.check((*box)->Picture);
   }
 }
 
@@ -60,6 +56,7 @@ FormWindow::~FormWindow() {
 void FormWindow::show(int command) {
   ShowWindow(handle(), command);
   UpdateWindow(handle());
+  checkPictures();
 }
 
 LRESULT FormWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {

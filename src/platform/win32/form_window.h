@@ -26,6 +26,7 @@ public:
   FormWindow& operator=(FormWindow&&) = delete;
   ~FormWindow() override;
 
+  /// Throws PictureError for a picture that is not seen yet, too: better now than in the middle of a game.
   /// \param command how, as the system passes it to the program.
   void show(int command);
 

@@ -17,15 +17,9 @@ constexpr UINT kLargestSide = 16384;
 constexpr UINT kStripRows = 64;
 
 constexpr TextView kSmallCopy = u"SMALL";
+constexpr const char* kMissing = "it is missing";
 
-/// An image of which the size is known and nothing is decoded yet.
-struct OpenImage {
-  std::string file;
-  ComPointer<IWICFormatConverter> pixels;  ///< the first frame's, as BitmapView has them
-  UINT width = 0;
-  UINT height = 0;
-};
-
+/// \param file outlives what is returned.
 ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
   const auto factory = obtain<IWICImagingFactory>("CoCreateInstance", [](IWICImagingFactory** object) {
     return CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
@@ -50,35 +44,19 @@ ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
   return converter;
 }
 
-/// Throws PictureError.
-OpenImage open(const Resources& resources, TextView resource) {
-  auto file = resources.custom(resource);
-  if (!file) throw PictureError(resource, "it is missing");
-  OpenImage image{.file = std::move(*file), .pixels = {}};
-  try {
-    image.pixels = openFirstFrame(image.file);
-    requireSuccess(image.pixels->GetSize(&image.width, &image.height), "GetSize");
-  } catch (const Error& error) {
-    throw PictureError(resource, error.what());
-  }
-  if (image.width == 0 || image.height == 0 || image.width > kLargestSide || image.height > kLargestSide) {
-    throw PictureError(resource, "its size is wrong");
-  }
-  return image;
-}
-
-void copyPixels(const OpenImage& image, std::vector<std::uint32_t>& pixels) {
-  pixels.resize(std::size_t{image.width} * image.height);
-  const UINT stride = image.width * static_cast<UINT>(sizeof(std::uint32_t));
-  for (UINT top = 0; top < image.height; top += kStripRows) {
-    const UINT rows = std::min(kStripRows, image.height - top);
+std::vector<std::uint32_t> copyPixels(IWICFormatConverter& image, UINT width, UINT height) {
+  std::vector<std::uint32_t> pixels(std::size_t{width} * height);
+  const UINT stride = width * static_cast<UINT>(sizeof(std::uint32_t));
+  for (UINT top = 0; top < height; top += kStripRows) {
+    const UINT rows = std::min(kStripRows, height - top);
     const WICRect strip{.X = 0,
                         .Y = static_cast<INT>(top),
-                        .Width = static_cast<INT>(image.width),
+                        .Width = static_cast<INT>(width),
                         .Height = static_cast<INT>(rows)};
-    auto* const target = reinterpret_cast<BYTE*>(&pixels[std::size_t{image.width} * top]);
-    requireSuccess(image.pixels->CopyPixels(&strip, stride, stride * rows, target), "CopyPixels");
+    auto* const target = reinterpret_cast<BYTE*>(&pixels[std::size_t{width} * top]);
+    requireSuccess(image.CopyPixels(&strip, stride, stride * rows, target), "CopyPixels");
   }
+  return pixels;
 }
 
 }  // namespace
@@ -87,12 +65,17 @@ PictureError::PictureError(TextView resource, const std::string& reason)
     : std::runtime_error("The picture \"" + toUtf8(resource) +
                          "\" in the program cannot be shown: " + reason) {}
 
+void Pictures::check(const PictureRef& picture) const {
+  if (!decode(picture.resource)) throw PictureError(picture.resource, kMissing);
+}
+
 void Pictures::show(const PictureRef& picture, const BitmapView& target) {
-  const Text resource = resourceFor(picture, target);
-  auto decoded =
-      std::find_if(kept_.begin(), kept_.end(), [&](const Decoded& one) { return one.resource == resource; });
-  if (decoded == kept_.end()) decoded = kept_.insert(kept_.end(), decode(resource));
-  scaleImage({decoded->pixels.data(), decoded->width, decoded->height, decoded->width}, target);
+  Decoded* image = decoded(Text(picture.resource) + Text(kSmallCopy));
+  if (image == nullptr || image->width < target.width || image->height < target.height) {
+    image = decoded(picture.resource);
+    if (image == nullptr) throw PictureError(picture.resource, kMissing);
+  }
+  scaleImage({image->pixels.data(), image->width, image->height, image->width}, target);
   if (!keeping_) kept_.clear();
 }
 
@@ -101,26 +84,30 @@ void Pictures::keepDecoded(bool keep) {
   if (!keep) kept_.clear();
 }
 
-Text Pictures::resourceFor(const PictureRef& picture, const BitmapView& target) const {
-  Text smallCopy = Text(picture.resource) + Text(kSmallCopy);
-  if (!resources_.custom(smallCopy)) return Text(picture.resource);
-  // The picture itself has to be there for the time when it is needed.
-  open(resources_, picture.resource);
-  const OpenImage image = open(resources_, smallCopy);
-  const bool isLargeEnough =
-      image.width >= static_cast<UINT>(target.width) && image.height >= static_cast<UINT>(target.height);
-  return isLargeEnough ? smallCopy : Text(picture.resource);
+Pictures::Decoded* Pictures::decoded(TextView resource) {
+  for (Decoded& one : kept_) {
+    if (one.resource == resource) return &one;
+  }
+  auto found = decode(resource);
+  return found ? &kept_.emplace_back(std::move(*found)) : nullptr;
 }
 
-Pictures::Decoded Pictures::decode(TextView resource) const {
-  const OpenImage image = open(resources_, resource);
-  Decoded decoded{Text(resource), static_cast<int>(image.width), static_cast<int>(image.height), {}};
+std::optional<Pictures::Decoded> Pictures::decode(TextView resource) const {
+  auto file = resources_.custom(resource);
+  if (!file) return std::nullopt;
   try {
-    copyPixels(image, decoded.pixels);
+    const auto pixels = openFirstFrame(*file);
+    UINT width = 0;
+    UINT height = 0;
+    requireSuccess(pixels->GetSize(&width, &height), "GetSize");
+    if (width == 0 || height == 0 || width > kLargestSide || height > kLargestSide) {
+      throw PictureError(resource, "its size is wrong");
+    }
+    return Decoded{Text(resource), static_cast<int>(width), static_cast<int>(height),
+                   copyPixels(*pixels.get(), width, height)};
   } catch (const Error& error) {
     throw PictureError(resource, error.what());
   }
-  return decoded;
 }
 
 }  // namespace fiar::win32

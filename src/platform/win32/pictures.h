@@ -1,5 +1,7 @@
 #pragma once
 
+#include <list>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -27,8 +29,8 @@ public:
 
   /// Shows a picture in the size of the target. Throws PictureError.
   void show(const PictureRef& picture, const BitmapView& target);
-  /// Throws PictureError if the picture cannot be shown.
-  void check(const PictureRef& picture) const { decode(picture.resource); }
+  /// Throws PictureError if the picture itself, whatever its copy, cannot be shown.
+  void check(const PictureRef& picture) const;
 
   /// Whether decoded pictures are kept from now on; no longer keeping them frees their memory.
   void keepDecoded(bool keep);
@@ -41,12 +43,12 @@ private:
     std::vector<std::uint32_t> pixels;
   };
 
-  /// The resource that a picture is shown from in the size of the target.
-  Text resourceFor(const PictureRef& picture, const BitmapView& target) const;
-  Decoded decode(TextView resource) const;
+  /// A decoded picture, which is kept for now; null where there is no such resource.
+  Decoded* decoded(TextView resource);
+  std::optional<Decoded> decode(TextView resource) const;
 
   const Resources& resources_;
-  std::vector<Decoded> kept_;
+  std::list<Decoded> kept_;
   bool keeping_ = false;
 };
 

@@ -349,7 +349,7 @@ TEST_F(FormWindowTest, SaysWhichPictureIsMissingOrDamaged) {
       background.Picture.resource = name;
       background.Visible = visible;
       try {
-        const FormWindow refused(form, gate, own);
+        FormWindow(form, gate, own).show(SW_HIDE);
         FAIL() << toUtf8(name);
       } catch (const PictureError& error) {
         EXPECT_NE(std::string(error.what()).find(toUtf8(name)), std::string::npos) << error.what();
