@@ -112,6 +112,14 @@ TEST_F(Evaluation, AgreesAfterAnyChangeOfTheStore) {
   expectAgreementOnRandomBoards(2, 0.05);
 }
 
+TEST_F(Evaluation, ReadsTheStoreOnceForAllMoves) {
+  Board board = test::emptyBoard(30);
+  board.player = kHuman;
+  machine.regional.asked = 0;
+  for (int move = 0; move < 10; ++move) evaluate(board);
+  EXPECT_EQ(machine.regional.asked, kPatternCount);
+}
+
 TEST_F(Evaluation, AgreesWithoutATableAndForUnknownSides) {
   Board board = test::emptyBoard(15);
   std::mt19937 random(3);

@@ -33,8 +33,13 @@ public:
 class FakeRegionalFormat final : public RegionalFormat {
 public:
   char16_t separator = u'.';
+  mutable int asked =
+      0;  ///< how often for the separator: for each text that is read as a number, among others
 
-  char16_t decimalSeparator() const override { return separator; }
+  char16_t decimalSeparator() const override {
+    ++asked;
+    return separator;
+  }
   Text dateTimeText(const DateTime& when) const override {
     const auto digits = [](int value) {
       const std::string plain = std::to_string(value);
