@@ -7,9 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "app/mainFrm.h"
 #include "gui/support/game.h"
-#include "support/fake_platform.h"
 
 namespace fiar::gui {
 namespace {
@@ -125,26 +123,7 @@ TEST(BoardSize, StartsANewGameThatTheOtherSideOpens) {
   }
 }
 
-/// Checks a game that has ended: five stones of the winner in a line, and nothing more is played.
-void expectWon(const Game& game, char winner) {
-  const Position position = game.position();
-  const std::vector<Cell> line = cellsOf(position, winner);
-  ASSERT_EQ(line.size(), 5U) << position;
-  const Cell step{line[1].column - line[0].column, line[1].row - line[0].row};
-  EXPECT_LE(std::max(std::abs(step.column), step.row), 1) << position;
-  for (std::size_t i = 2; i < line.size(); ++i) {
-    EXPECT_EQ(line[i], (Cell{line[i - 1].column + step.column, line[i - 1].row + step.row})) << position;
-  }
-  EXPECT_TRUE(cellsOf(position, winner == 'R' ? 'B' : 'R').empty()) << position;
-  EXPECT_TRUE(eventually([&] { return game.startIsShown(); }));
-
-  const std::vector<Cell> empty = cellsOf(position, '.');
-  screen().click(game.centreOf(empty.front()));
-  game.pointAt(empty.back(), kBlack);
-  EXPECT_EQ(game.position(), position);
-}
-
-TEST(WonGame, OfTheComputerIsMarkedAndCountedAndStartOpensTheNext) {
+TEST(WonGame, IsMarkedAndCountedAndStartOpensTheNext) {
   Game game;
   game.pressStart();
   Position position = game.position();
@@ -156,103 +135,25 @@ TEST(WonGame, OfTheComputerIsMarkedAndCountedAndStartOpensTheNext) {
     ASSERT_NE(quiet, empty.end());
     position = game.play(*quiet);
   }
-  expectWon(game, 'B');
   EXPECT_EQ(game.scores(), (std::vector<std::string>{"0", "1"}));
+  EXPECT_TRUE(cellsOf(position, 'R').empty()) << position;
+  const std::vector<Cell> line = cellsOf(position, 'B');
+  ASSERT_EQ(line.size(), 5U) << position;
+  const Cell step{line[1].column - line[0].column, line[1].row - line[0].row};
+  EXPECT_LE(std::max(std::abs(step.column), step.row), 1) << position;
+  for (std::size_t i = 2; i < line.size(); ++i) {
+    EXPECT_EQ(line[i], (Cell{line[i - 1].column + step.column, line[i - 1].row + step.row})) << position;
+  }
 
+  // Nothing more is played until "Start", which lets the other side open.
+  EXPECT_TRUE(eventually([&] { return game.startIsShown(); }));
+  const std::vector<Cell> empty = cellsOf(position, '.');
+  screen().click(game.centreOf(empty.front()));
+  game.pointAt(empty.back(), kBlack);
+  EXPECT_EQ(game.position(), position);
   game.pressStart();
   EXPECT_TRUE(eventually([&] { return stones(game.position()) == 1; })) << game.position();
   EXPECT_EQ(cellsOf(game.position(), 'b').size(), 1U);
-}
-
-/// Finds moves that beat the computer: it plays on from each good one, for both sides as the computer plays.
-class Adviser {
-public:
-  Adviser() {
-    machine_.resources.loadRealOnes = true;
-    form_.form.Load();
-  }
-
-  Cell bestMove(const Position& position, int size) {
-    constexpr std::size_t kCandidates = 8;
-    board_.boardCols = board_.boardRows = size;
-    resetGrid(board_, board_.board);
-    for (const Cell cell : cellsOf(position, 'r')) board_.board(cell.column, cell.row) = kHuman;
-    for (const Cell cell : cellsOf(position, 'b')) board_.board(cell.column, cell.row) = kComputer;
-    evaluate(kHuman);
-    std::vector<Cell> cells = cellsOf(position, '.');
-    std::stable_sort(cells.begin(), cells.end(),
-                     [&](Cell one, Cell other) { return scoreOf(one) > scoreOf(other); });
-    cells.resize(std::min(cells.size(), kCandidates));
-    const Board now = board_;
-    const auto valueOf = [&](Cell cell) {
-      board_ = now;
-      board_.board(cell.column, cell.row) = kHuman;
-      return playOn();
-    };
-    std::vector<int> values;
-    std::transform(cells.begin(), cells.end(), std::back_inserter(values), valueOf);
-    return cells.at(
-        static_cast<std::size_t>(std::max_element(values.begin(), values.end()) - values.begin()));
-  }
-
-private:
-  /// How good the end is for the human; the sooner, the better or worse.
-  int playOn() {
-    constexpr int kTurns = 20;
-    for (int turnsLeft = kTurns; turnsLeft > 0; --turnsLeft) {
-      evaluate(turnsLeft % 2 == 0 ? kComputer : kHuman);
-      form_.playNextMove();
-      form_.checkForVictory();
-      if (board_.player != kNobody) continue;
-      const auto& marks = board_.winMarks;
-      for (int cell = 0;; ++cell) {
-        const double winner = marks(cell % board_.columns(), cell / board_.columns());
-        if (winner != kNobody) return winner == kHuman ? turnsLeft : -turnsLeft;
-      }
-    }
-    return 0;
-  }
-
-  /// Scores the empty cells for a side and makes it the one on move.
-  void evaluate(double side) {
-    board_.player = side;
-    resetGrid(board_, board_.attackWeights);
-    resetGrid(board_, board_.defenceWeights);
-    form_.CalcUtezi2(side);
-    form_.CalcUtezi2(side == kHuman ? kComputer : kHuman);
-  }
-
-  double scoreOf(Cell cell) const {
-    return board_.attackWeights(cell.column, cell.row) + board_.defenceWeights(cell.column, cell.row);
-  }
-
-  test::FakePlatform machine_;
-  Toolkit toolkit_{machine_.platform};
-  mainFrm form_{machine_.platform, toolkit_};
-  Board& board_ = form_.game;
-};
-
-TEST(WonGame, OfTheHumanIsMarkedAndCounted) {
-  // The computer chooses at random among moves that it finds equal, so that a game may go astray.
-  constexpr int kMostGames = 5;
-  Game game;
-  Adviser adviser;
-  std::vector<std::string> scores{"0", "0"};
-  for (int number = 0; number < kMostGames && scores[0] == "0" && !HasFailure(); ++number) {
-    game.pressStart();
-    Position position;
-    EXPECT_TRUE(eventually([&] {
-      position = game.position();
-      return stones(position) == number % 2;
-    })) << position;
-    while (cellsOf(position, 'R').empty() && cellsOf(position, 'B').empty() && !HasFailure()) {
-      position = game.play(adviser.bestMove(position, game.size()));
-    }
-    expectWon(game, cellsOf(position, 'R').empty() ? 'B' : 'R');
-    scores = game.scores();
-    EXPECT_EQ(std::stoi(scores.at(0)) + std::stoi(scores.at(1)), number + 1);
-  }
-  EXPECT_EQ(scores[0], "1");
 }
 
 }  // namespace

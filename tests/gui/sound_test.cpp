@@ -11,7 +11,7 @@ constexpr int kLongestTap = 120;
 constexpr int kShortestErrorSound = 180;
 
 /// What has been heard, a letter for each sound: "t" a tap, "e" an error sound, "?" something between.
-std::string heard(SoundRecording& recording) {
+std::string heard(const SoundRecording& recording) {
   std::string letters;
   for (const int length : recording.sounds()) {
     letters += length <= kLongestTap ? 't' : length >= kShortestErrorSound ? 'e' : '?';
@@ -36,7 +36,7 @@ protected:
 TEST_F(Sound, TapsForAStoneAndWarnsOfATakenCellUnlessSwitchedOff) {
   Game game;
   game.pressStart();
-  SoundRecording recording;
+  const SoundRecording recording;
   game.play({3, 3});
   EXPECT_TRUE(eventually([&] { return heard(recording) == "t"; })) << heard(recording);
   Desktop::get().screen.click(game.centreOf({3, 3}));
@@ -54,7 +54,7 @@ TEST_F(Sound, TapsForAStoneAndWarnsOfATakenCellUnlessSwitchedOff) {
 TEST_F(Sound, CutsTheOneBefore) {
   Game game;
   game.pressStart();
-  SoundRecording recording;
+  const SoundRecording recording;
   game.play({3, 3});
   EXPECT_TRUE(eventually([&] { return heard(recording) == "t"; })) << heard(recording);
   Desktop::get().screen.click(game.centreOf({3, 3}));

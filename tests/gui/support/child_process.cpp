@@ -1,25 +1,17 @@
 #include "gui/support/child_process.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
-
-#include "gui/support/screen.h"
 
 namespace fiar::gui {
 namespace {
-
-constexpr int kAnswerMilliseconds = 60'000;
 
 void requireZero(int error, const char* what) {
   if (error != 0) throw std::system_error(error, std::generic_category(), what);
@@ -34,8 +26,7 @@ std::array<int, 2> makePipe() {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
-    : input_(makePipe()), output_(makePipe()) {
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
   // Writing to a child that has ended is an error like any other.
   signal(SIGPIPE, SIG_IGN);
   // It ends with this process even if that is killed.
@@ -43,66 +34,42 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments)
   command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<char*> words;
   words.reserve(command.size() + 1);
-  for (const std::string& argument : command) words.push_back(const_cast<char*>(argument.c_str()));
+  for (std::string& word : command) words.push_back(word.data());
   words.push_back(nullptr);
+  const auto input = makePipe();
+  const auto output = makePipe();
+  input_.reset(fdopen(input[1], "w"));
+  output_.reset(fdopen(output[0], "r"));
   posix_spawn_file_actions_t actions;
   requireZero(posix_spawn_file_actions_init(&actions), "posix_spawn_file_actions_init");
-  posix_spawn_file_actions_adddup2(&actions, input_[0], STDIN_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, output_[1], STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
   const int error = posix_spawnp(&process_, words.front(), &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
-  close(input_[0]);
-  close(output_[1]);
+  close(input[0]);
+  close(output[1]);
   requireZero(error, words.front());
 }
 
 ChildProcess::~ChildProcess() {
-  close(input_[1]);
-  close(output_[0]);
+  input_.reset();
   kill(process_, SIGTERM);
-  const auto hasEnded = [&] { return waitpid(process_, nullptr, WNOHANG) != 0; };
-  if (eventually(hasEnded)) return;
-  kill(process_, SIGKILL);
   waitpid(process_, nullptr, 0);
 }
 
 void ChildProcess::writeLine(const std::string& line) {
-  const std::string whole = line + '\n';
-  if (write(input_[1], whole.data(), whole.size()) != static_cast<ssize_t>(whole.size())) {
+  if (std::fputs((line + '\n').c_str(), input_.get()) < 0 || std::fflush(input_.get()) != 0) {
     throw std::runtime_error("a program that the test needs has ended");
   }
 }
 
 std::string ChildProcess::readLine() {
-  while (unread_.find('\n') == std::string::npos) {
-    if (!awaitOutput(kAnswerMilliseconds) || !fill()) {
-      throw std::runtime_error("a program that the test needs does not answer");
-    }
+  std::string line;
+  for (int character = 0; (character = std::fgetc(output_.get())) != '\n';) {
+    if (character == EOF) throw std::runtime_error("a program that the test needs has ended");
+    if (character != '\r') line += static_cast<char>(character);
   }
-  const std::size_t end = unread_.find('\n');
-  std::string line = unread_.substr(0, end);
-  unread_.erase(0, end + 1);
-  std::erase(line, '\r');
   return line;
-}
-
-std::string ChildProcess::readAvailable() {
-  while (awaitOutput(0) && fill()) {
-  }
-  return std::exchange(unread_, {});
-}
-
-bool ChildProcess::awaitOutput(int milliseconds) const {
-  pollfd waiting{.fd = output_[0], .events = POLLIN, .revents = 0};
-  return poll(&waiting, 1, milliseconds) > 0;
-}
-
-bool ChildProcess::fill() {
-  std::array<char, 65536> block{};
-  const ssize_t count = read(output_[0], block.data(), block.size());
-  if (count <= 0) return false;
-  unread_.append(block.data(), static_cast<std::size_t>(count));
-  return true;
 }
 
 }  // namespace fiar::gui

@@ -2,7 +2,6 @@
 
 #include <sys/types.h>
 
-#include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -23,23 +22,17 @@ public:
   ChildProcess& operator=(ChildProcess&&) = delete;
   ~ChildProcess();
 
+  /// Throws std::runtime_error, as readLine() does, when the program has ended.
   void writeLine(const std::string& line);
-  /// The next line without its end; throws std::runtime_error when the output has ended or nothing comes.
+  /// Waits for the next line of its output and returns it without its end.
   std::string readLine();
-  /// Whatever it has written by now, as it is.
-  std::string readAvailable();
 
 private:
-  /// Waits until there is something to read or the output has ended.
-  bool awaitOutput(int milliseconds) const;
-  /// Takes what is there; false at the end of the output.
-  bool fill();
+  using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
   pid_t process_ = -1;
-  // Pipes; the child has taken the first's reading end and the second's writing end.
-  std::array<int, 2> input_;
-  std::array<int, 2> output_;
-  std::string unread_;
+  Stream input_{nullptr, std::fclose};
+  Stream output_{nullptr, std::fclose};
 };
 
 }  // namespace fiar::gui

@@ -4,8 +4,9 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <string>
 
 #include "gui/support/screen.h"
 
@@ -41,21 +42,19 @@ std::unique_ptr<SoundServer> SoundServer::start() {
 
 SoundRecording::SoundRecording()
     : recorder_({"parec", "--device=nowhere.monitor", "--format=s16le", "--channels=1", "--raw",
-                 "--latency-msec=20", "--rate=" + std::to_string(1000 * kSamplesPerMillisecond)}) {
-  EXPECT_TRUE(eventually([&] {
-    sounds();
-    return !samples_.empty();
-  })) << "nothing can be recorded";
+                 "--latency-msec=20", "--rate=" + std::to_string(1000 * kSamplesPerMillisecond),
+                 samples_.string()}) {
+  EXPECT_TRUE(eventually([&] { return std::filesystem::exists(samples_) && file_size(samples_) > 0; }))
+      << "nothing can be recorded";
 }
 
-std::vector<int> SoundRecording::sounds() {
-  samples_ += recorder_.readAvailable();
+std::vector<int> SoundRecording::sounds() const {
+  std::ifstream samples(samples_, std::ios::binary);
   std::vector<int> lengths;
   int length = 0;
   int silence = 0;
-  for (std::size_t i = 0; i + 1 < samples_.size(); i += 2) {
-    std::int16_t sample = 0;
-    std::memcpy(&sample, &samples_[i], sizeof(sample));
+  std::int16_t sample = 0;
+  while (samples.read(reinterpret_cast<char*>(&sample), sizeof(sample))) {
     const bool silent = std::abs(sample) < kThreshold;
     silence = silent ? silence + 1 : 0;
     if (length > 0 || !silent) ++length;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "gui/support/child_process.h"
@@ -31,11 +31,12 @@ public:
 
   /// The lengths in milliseconds of the sounds so far, a silence after each; a sound that may not have ended
   /// yet is left out.
-  std::vector<int> sounds();
+  std::vector<int> sounds() const;
 
 private:
+  test::TemporaryFolder folder_;
+  std::filesystem::path samples_ = folder_.path() / "samples";
   ChildProcess recorder_;
-  std::string samples_;
 };
 
 }  // namespace fiar::gui
