@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
 
 #include "toolkit/clsZantorXml.h"
 
@@ -40,6 +41,12 @@ void replaceAll(Text& text, const Text& what, const Text& by) {
   for (std::size_t at = text.find(what); at != Text::npos; at = text.find(what, at + by.size())) {
     text.replace(at, what.size(), by);
   }
+}
+
+// The number that a text begins with, after spaces; 0 where it begins with none.
+double leadingNumber(TextView text) {
+  const std::string number = toUtf8(trimSpaces(text));
+  return std::strtod(number.substr(0, number.find_first_not_of("+-.0123456789eE")).c_str(), nullptr);
 }
 
 // False where a tag ends in several "/": the steps expand it once more wherever its text stands again.
@@ -123,8 +130,7 @@ std::optional<Text> ObviousTagReader::getTag(Text text, const Text& tagPath, Tex
   if (tagPath.empty()) return u"ERR: Wrong Key";
   const std::size_t separator = tagPath.find(u'\\');
   Text name = tagPath.substr(0, separator);
-  const Text index = clsZantorXml::getBetween(name, u"[", u"]", false, false);
-  double n = std::strtod(toUtf8(index).c_str(), nullptr);
+  double n = leadingNumber(clsZantorXml::getBetween(name, u"[", u"]", false, false));
   if (n != 0) {
     name.resize(name.find(u'['));
   } else {

@@ -33,14 +33,15 @@ Positions positionsOf(TextView source, TextView marker) {
 
 // The number that a text begins with; 0 where it begins with none.
 double leadingNumber(TextView text) {
-  text = trimSpaces(text);
-  if (text.starts_with(u'+')) text.remove_prefix(1);
   std::string digits;
-  for (const char16_t character : text) digits += character < 0x80 ? static_cast<char>(character) : ' ';
+  for (const char16_t character : trimSpaces(text)) {
+    digits += character < 0x80 ? static_cast<char>(character) : ' ';
+  }
   // What a conversion takes for infinity or no number is no number here.
   if (digits.find_first_of("0123456789.") > 1) return 0;
   double value = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const char* const begin = digits.data() + (digits.starts_with('+') ? 1 : 0);
+  const auto [end, error] = std::from_chars(begin, digits.data() + digits.size(), value);
   return error == std::errc::result_out_of_range ? std::numeric_limits<double>::infinity() : value;
 }
 
