@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <utility>
@@ -42,7 +42,8 @@ double leadingNumber(TextView text) {
   double value = 0;
   const char* const begin = digits.data() + (digits.starts_with('+') ? 1 : 0);
   const auto [end, error] = std::from_chars(begin, digits.data() + digits.size(), value);
-  return error == std::errc::result_out_of_range ? std::numeric_limits<double>::infinity() : value;
+  // Too large or too small: strtod() tells which.
+  return error == std::errc::result_out_of_range ? std::strtod(begin, nullptr) : value;
 }
 
 // One name of a path and which element of that name is meant, counted from 1.
