@@ -141,7 +141,7 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       buttonReleased(kMiddleButton, wParam, lParam);
       return 0;
     case WM_CAPTURECHANGED:
-      pressedButtons_ = 0;
+      if (reinterpret_cast<HWND>(lParam) != window()) pressedButtons_ = 0;
       return 0;
     case WM_KEYDOWN:
       if (keyPressed(wParam, lParam)) return 0;
@@ -190,7 +190,7 @@ bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
   if (move) {
     movePointer(*move);
   } else if ((flags & kRepeated) == 0) {
-    movePointer({});
+    // Where the box was last told that the pointer is: a game has marked that place.
     raiseMouseUp(kLeftButton, pressedModifiers());
   }
   return true;
@@ -209,8 +209,9 @@ void PictureBoxWindow::raiseMouseMove(int modifiers, PicturePoint point) {
 }
 
 void PictureBoxWindow::raiseMouseUp(int button, int modifiers) {
+  const PicturePoint point = pointer_.value_or(PicturePoint{});
   gate().raise([&] {
-    if (box_.MouseUp) box_.MouseUp(button, modifiers, pointer_->x, pointer_->y);
+    if (box_.MouseUp) box_.MouseUp(button, modifiers, point.x, point.y);
   });
 }
 
