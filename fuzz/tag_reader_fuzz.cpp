@@ -23,7 +23,7 @@ void require(bool holds) {
 
 // What the steps say about a name with marks in it, or with nothing, depends on how its tags overlap.
 bool isPlain(TextView path) {
-  return !path.starts_with(u'\\') && path.find_first_of(u"<>/ ") == TextView::npos;
+  return !path.starts_with(u'\\') && !path.starts_with(u'[') && path.find_first_of(u"<>/ ") == TextView::npos;
 }
 
 void compareWithObviousWay(const Text& text, const Text& path, const Text& defaultValue,
