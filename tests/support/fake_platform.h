@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdio>
 #include <deque>
 #include <functional>
 #include <map>
@@ -33,20 +35,17 @@ public:
 class FakeRegionalFormat final : public RegionalFormat {
 public:
   char16_t separator = u'.';
-  mutable int asked =
-      0;  ///< how often for the separator: for each text that is read as a number, among others
+  mutable int asked = 0;  ///< how often for the separator, as for each text that is read as a number
 
   char16_t decimalSeparator() const override {
     ++asked;
     return separator;
   }
   Text dateTimeText(const DateTime& when) const override {
-    const auto digits = [](int value) {
-      const std::string plain = std::to_string(value);
-      return fromUtf8(plain.size() < 2 ? "0" + plain : plain);
-    };
-    return digits(when.day) + u"." + digits(when.month) + u"." + digits(when.year) + u" " +
-           digits(when.hour) + u":" + digits(when.minute) + u":" + digits(when.second);
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "%02d.%02d.%02d %02d:%02d:%02d", when.day, when.month, when.year,
+                  when.hour, when.minute, when.second);
+    return fromUtf8(text.data());
   }
 };
 
@@ -56,11 +55,9 @@ public:
   std::deque<double> script;
   double afterwards = 0;
   std::vector<double> seeds;  ///< all seeds so far, in order
-  int drawn = 0;              ///< how many numbers were asked for
 
   void seed(double value) override { seeds.push_back(value); }
   double next() override {
-    ++drawn;
     if (script.empty()) return afterwards;
     const double value = script.front();
     script.pop_front();
@@ -68,11 +65,10 @@ public:
   }
 };
 
-/// The resources that the test names; with `loadRealOnes`, what the program ships where the test names none.
+/// The resources that the test numbers; with `loadRealOnes`, what the program ships where it numbers none.
 class FakeResources final : public Resources {
 public:
   std::map<unsigned, std::string> numbered;
-  std::map<Text, std::string> named;  ///< names in capitals
   bool loadRealOnes = false;
 
   std::optional<std::string> custom(unsigned number) const override {
@@ -80,7 +76,6 @@ public:
     return loadRealOnes ? files_.custom(number) : std::nullopt;
   }
   std::optional<std::string> custom(TextView name) const override {
-    if (const auto found = named.find(toUpper(name)); found != named.end()) return found->second;
     return loadRealOnes ? files_.custom(name) : std::nullopt;
   }
 
@@ -161,13 +156,6 @@ struct FakePlatform {
   FakeEvents events{clock};
   RecordingDatabase database;
   Platform platform{clock, codePage, regional, environment, resources, random, sound, events, database};
-
-  FakePlatform() = default;
-  FakePlatform(const FakePlatform&) = delete;
-  FakePlatform& operator=(const FakePlatform&) = delete;
-  FakePlatform(FakePlatform&&) = delete;
-  FakePlatform& operator=(FakePlatform&&) = delete;
-  ~FakePlatform() = default;
 };
 
 }  // namespace fiar::test

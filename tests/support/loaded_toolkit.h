@@ -6,11 +6,14 @@
 
 namespace fiar::test {
 
-/// A toolkit on a fake machine, with the shipped pattern table in its store.
-struct LoadedToolkit {
+/// A toolkit on a fake machine.
+struct FakeToolkit {
   FakePlatform machine;
   Toolkit toolkit{machine.platform};
+};
 
+/// The same with the shipped pattern table in its store.
+struct LoadedToolkit : FakeToolkit {
   LoadedToolkit() {
     machine.resources.loadRealOnes = true;
     loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit);

@@ -1,16 +1,13 @@
 #pragma once
 
 #include "app/mainFrm.h"
-#include "support/fake_platform.h"
-#include "toolkit/toolkit.h"
+#include "support/loaded_toolkit.h"
 
 namespace fiar::test {
 
 /// The game's window on a fake machine, driven by events alone; each of them takes some time. Nothing is
 /// loaded before load().
-struct RunningGame {
-  FakePlatform machine;
-  Toolkit toolkit{machine.platform};
+struct RunningGame : FakeToolkit {
   mainFrm window{machine.platform, toolkit};
   Board& game = window.game;
 

@@ -16,12 +16,7 @@ namespace fiar::test {
 /// A new, empty folder that goes with everything in it in the end.
 class TemporaryFolder {
 public:
-  TemporaryFolder() {
-    std::random_device random;
-    do {
-      path_ = std::filesystem::temp_directory_path() / ("five-in-a-row." + std::to_string(random()));
-    } while (!std::filesystem::create_directory(path_));
-  }
+  TemporaryFolder() { std::filesystem::create_directory(path_); }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   TemporaryFolder(TemporaryFolder&&) = delete;
@@ -42,7 +37,8 @@ public:
   }
 
 private:
-  std::filesystem::path path_;
+  std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() / ("five-in-a-row." + std::to_string(std::random_device()()));
 };
 
 }  // namespace fiar::test
