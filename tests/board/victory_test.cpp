@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "support/boards.h"
 
 namespace fiar {
@@ -16,7 +14,6 @@ struct Display {
 
   Display() {
     for (Label& label : scoreLabel) label.Caption = u"0";
-    Picture2.Picture = {u"FIRST"};
     Picture3.Picture = {u"REWARD"};
   }
   void check(Board& board) {
@@ -24,58 +21,44 @@ struct Display {
   }
 };
 
-/// The marked cells as "column,row" in scan order.
-std::string marksOf(const Board& board) {
-  std::string marks;
-  for (int column = 0; column < board.winMarks.columns(); ++column) {
-    for (int row = 0; row < board.winMarks.rows(); ++row) {
-      if (board.winMarks(column, row) == 0) continue;
-      marks += (marks.empty() ? "" : " ") + std::to_string(column) + "," + std::to_string(row);
-    }
-  }
-  return marks;
-}
-
-struct Case {
-  const char* name;
-  std::vector<std::string_view> rows;
-  double winner;
-  const char* marks;
-};
-
 TEST(Victory, FindsTheFirstLineInScanOrder) {
-  const std::vector<Case> cases{
-      {"empty", {}, 0, ""},
-      {"four at the edge", {"......1111", "1", "1", "1", "1"}, 0, ""},
-      {"a gap", {"111.11"}, 0, ""},
-      {"a line over the edge is none", {"........11", "111"}, 0, ""},
-      {"horizontal in the corner", {".....11111"}, 1, "5,0 6,0 7,0 8,0 9,0"},
-      {"vertical", {"2", "2", "2", "2", "2"}, 2, "0,0 0,1 0,2 0,3 0,4"},
-      {"rising to the top row", {"....1", "...1", "..1", ".1", "1"}, 1, "0,4 1,3 2,2 3,1 4,0"},
-      {"falling", {"2", ".2", "..2", "...2", "....2"}, 2, "0,0 1,1 2,2 3,3 4,4"},
-      {"six: the first five", {".111111"}, 1, "1,0 2,0 3,0 4,0 5,0"},
-      {"both sides: the earlier column", {".11111", "22222"}, 2, "0,1 1,1 2,1 3,1 4,1"},
-      {"both sides: the earlier row", {"11111", "22222"}, 1, "0,0 1,0 2,0 3,0 4,0"},
-      {"two lines of one side: one marked", {"11111", "1", "1", "1", "1"}, 1, "0,0 1,0 2,0 3,0 4,0"},
-      {"rising before horizontal", {"....1", "...1", "..1", ".1", "11111"}, 1, "0,4 1,3 2,2 3,1 4,0"},
+  const struct {
+    const char* name;
+    std::vector<std::string_view> rows;
+    double winner = kNobody;
+    int column = 0;  ///< where the marked line starts
+    int row = 0;
+    int dx = 0;  ///< and where it goes
+    int dy = 0;
+  } cases[] = {
+      {"four at the edge", {"......1111", "1", "1", "1", "1"}},
+      {"a gap", {"111.11"}},
+      {"a line over the edge is none", {"........11", "111"}},
+      {"horizontal in the corner", {".....11111"}, kHuman, 5, 0, 1, 0},
+      {"vertical", {"2", "2", "2", "2", "2"}, kComputer, 0, 0, 0, 1},
+      {"falling", {"2", ".2", "..2", "...2", "....2"}, kComputer, 0, 0, 1, 1},
+      {"six: the first five", {".111111"}, kHuman, 1, 0, 1, 0},
+      {"both sides: the earlier column", {".11111", "22222"}, kComputer, 0, 1, 1, 0},
+      {"both sides: the earlier row", {"11111", "22222"}, kHuman, 0, 0, 1, 0},
+      {"two lines of one side: one marked", {"11111", "1", "1", "1", "1"}, kHuman, 0, 0, 1, 0},
+      {"rising to the top, before horizontal", {"....1", "...1", "..1", ".1", "11111"}, kHuman, 0, 4, 1, -1},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    Board board = test::boardOf(c.rows);
+  for (const auto& line : cases) {
+    SCOPED_TRACE(line.name);
+    Board board = test::boardOf(line.rows);
     board.player = kHuman;
     board.winMarks(9, 9) = 1;  // left from the game before
+    Grid marks = test::emptyBoard(10).winMarks;
+    for (int k = 0; k < 5 && line.winner != kNobody; ++k)
+      marks(line.column + k * line.dx, line.row + k * line.dy) = line.winner;
     Display display;
     display.check(board);
-    EXPECT_EQ(marksOf(board), c.marks);
-    EXPECT_EQ(board.player, c.winner == 0 ? kHuman : kNobody);
-    EXPECT_EQ(board.score[0], c.winner == 1 ? 1 : 0);
-    EXPECT_EQ(board.score[1], c.winner == 2 ? 1 : 0);
-    EXPECT_EQ(display.scoreLabel[0].Caption, c.winner == 1 ? u"1" : u"0");
-    EXPECT_EQ(display.scoreLabel[1].Caption, c.winner == 2 ? u"1" : u"0");
-    for (std::size_t k = 0; k < 5 && c.winner != 0; ++k) {
-      const int column = c.marks[4 * k] - '0';
-      const int row = c.marks[4 * k + 2] - '0';
-      EXPECT_EQ(board.winMarks(column, row), c.winner);
+    EXPECT_EQ(board.winMarks, marks);
+    EXPECT_EQ(board.player, line.winner == kNobody ? kHuman : kNobody);
+    for (const std::size_t side : {0U, 1U}) {
+      const bool won = line.winner == static_cast<double>(side + 1);
+      EXPECT_EQ(board.score[side], won ? 1 : 0);
+      EXPECT_EQ(display.scoreLabel[side].Caption, won ? u"1" : u"0");
     }
   }
 }
@@ -89,11 +72,11 @@ TEST(Victory, RewardsTenToNilOnlyAndForGood) {
     for (int wins = 1; wins <= 12; ++wins) {
       display.check(human);
       const bool rewarded = wins >= 10 && !computerHasWonOnce;
-      EXPECT_EQ(display.Picture2.Picture.resource, rewarded ? u"REWARD" : u"FIRST") << wins;
+      EXPECT_EQ(display.Picture2.Picture.resource, rewarded ? u"REWARD" : u"") << wins;
     }
     EXPECT_EQ(display.scoreLabel[0].Caption, u"12");
     display.check(computer);
-    EXPECT_EQ(display.Picture2.Picture.resource, computerHasWonOnce ? u"FIRST" : u"REWARD");
+    EXPECT_EQ(display.Picture2.Picture.resource, computerHasWonOnce ? u"" : u"REWARD");
   }
 }
 
