@@ -21,16 +21,12 @@ class Soak : public testing::Test, protected test::RunningGame {
 protected:
   void anyEvent() {
     const unsigned kind = below(100);
-    if (kind < 45) {
-      tick();
-    } else if (kind < 90) {
-      click(below(static_cast<unsigned>(game.columns())), below(static_cast<unsigned>(game.rows())));
-    } else if (kind < 94) {
-      window.boardPic.MouseMove(kLeftButton, 0, anywhere(), anywhere());
-      release();
-    } else if (kind < 96) {
-      release(static_cast<int>(below(5)), static_cast<int>(below(8)));
-    } else if (kind < 98) {
+    const auto size = static_cast<unsigned>(game.columns());
+    if (kind < 45) return tick();
+    if (kind < 90) return click(below(size), below(size));
+    if (kind < 94) return dragAnywhere();
+    if (kind < 96) return release(static_cast<int>(below(5)), static_cast<int>(below(8)));
+    if (kind < 98) {
       if (window.Command1.Visible) start();
     } else if (kind < 99) {
       window.Check1.Value = 1 - window.Check1.Value;
@@ -57,11 +53,9 @@ protected:
     }
     ASSERT_EQ(game.boardCols, game.boardRows);
     ASSERT_TRUE(game.player == kNobody || game.player == kHuman || game.player == kComputer);
-    const int human = stones(kHuman);
-    const int computer = stones(kComputer);
-    ASSERT_EQ(human + computer + stones(kNobody), size * size);
     // Sides take turns, whoever opens and whoever's stone a click placed.
-    ASSERT_LE(std::abs(human - computer), 1);
+    ASSERT_LE(std::abs(stones(kHuman) - stones(kComputer)), 1);
+    ASSERT_EQ(stones(kHuman) + stones(kComputer) + stones(kNobody), size * size);
     int marks = 0;
     for (int column = 0; column < size; ++column) {
       for (int row = 0; row < size; ++row) {
@@ -70,17 +64,18 @@ protected:
         ASSERT_EQ(game.winMarks(column, row), game.board(column, row));
       }
     }
-    ASSERT_TRUE(marks == 0 || marks == kWinningLength) << marks;
-    if (marks != 0) {
-      ASSERT_EQ(game.player, kNobody);
-    }
-    for (std::size_t side = 0; side < 2; ++side) {
+    ASSERT_TRUE(marks == 0 || (marks == kWinningLength && game.player == kNobody)) << marks;
+    for (const std::size_t side : {0U, 1U}) {
       ASSERT_EQ(toUtf8(window.scoreLabel[side].Caption), std::to_string(roundToEven(game.score[side])));
     }
   }
 
   unsigned below(unsigned limit) { return static_cast<unsigned>(random_() % limit); }
-  float anywhere() { return static_cast<float>(below(40'000)) - 15'000; }
+  void dragAnywhere() {
+    const auto anywhere = [this] { return static_cast<float>(below(40'000)) - 15'000; };
+    window.boardPic.MouseMove(kLeftButton, 0, anywhere(), anywhere());
+    release();
+  }
 
   const unsigned long seed = setting("FIAR_SOAK_SEED", 20260314);
 
