@@ -46,7 +46,7 @@ TEST_F(Drawing, GridHasAllLinesOfEverySize) {
     EXPECT_EQ(board.cellHeight, 9960.0 / size);
     std::vector<DrawCommand> lines;
     for (int i = 0; i <= size; ++i) {
-      const auto at = static_cast<float>(9960 / size * i);
+      const auto at = static_cast<float>(board.cellWidth * i);
       lines.insert(lines.begin() + i, {.color = 0x999999, .x1 = at, .x2 = at, .y2 = 9960});
       lines.push_back({.color = 0x999999, .y1 = at, .x2 = 9960, .y2 = at});
     }

@@ -136,9 +136,11 @@ TEST_F(AppendToFile, GivesUpAfterFiveFailures) {
   EXPECT_EQ(append(missing, u"lost", kTextMode), 6U);
   EXPECT_EQ(append(missing, u"lost", kBinaryMode), 7U);
   EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+  // A disk that is full, where there is one.
   constexpr TextView kFullDisk = u"/dev/full";
-  if (!std::filesystem::exists(nativePath(kFullDisk))) GTEST_SKIP() << "no full disk here";
-  EXPECT_EQ(append(kFullDisk, u"lost", kTextMode), 5U);
+  if (std::filesystem::exists(nativePath(kFullDisk))) {
+    EXPECT_EQ(append(kFullDisk, u"lost", kTextMode), 5U);
+  }
 }
 
 TEST_F(AppendToFile, WritesOnceTheFileCanBeOpened) {
