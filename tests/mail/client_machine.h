@@ -8,17 +8,13 @@
 namespace fiar::test {
 
 /// This machine's pending events and the sockets that go with them, for the life of the process.
-struct ClientMachine {
-  PendingEvents& events;
-  SocketFactory& sockets;
-};
-ClientMachine clientMachine();
+PendingEvents& machineEvents();
+SocketFactory& machineSockets();
 
-/// What this process holds, as far as it can be told; a leak of hundreds shows.
-struct Holdings {
-  std::size_t handles;  ///< descriptors, or handles and hidden windows
-  std::size_t memory;   ///< its own, in bytes; 0 where a leak checker watches it instead
-};
-Holdings holdings();
+/// How many descriptors, or handles and hidden windows, this process holds, as far as it can be told; a leak
+/// of hundreds shows.
+std::size_t openHandles();
+/// The process's own memory in bytes; 0 where a leak checker watches it instead.
+std::size_t privateMemory();
 
 }  // namespace fiar::test

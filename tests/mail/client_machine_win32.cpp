@@ -7,21 +7,29 @@
 
 namespace fiar::test {
 
-ClientMachine clientMachine() {
+PendingEvents& machineEvents() {
   static win32::Win32Events events;
-  static win32::Win32Sockets sockets;
-  return {events, sockets};
+  return events;
 }
 
-Holdings holdings() {
+SocketFactory& machineSockets() {
+  static win32::Win32Sockets sockets;
+  return sockets;
+}
+
+std::size_t openHandles() {
   // Handles are multiples of 4 from a table whose free places are used again. Windows are not in it.
   const win32::KernelHandle next(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-  std::size_t handles = reinterpret_cast<std::size_t>(next.get()) / 4;
+  std::size_t count = reinterpret_cast<std::size_t>(next.get()) / 4;
   HWND hidden = nullptr;
-  while ((hidden = FindWindowExW(HWND_MESSAGE, hidden, L"FiveInARowSocket", nullptr)) != nullptr) ++handles;
+  while ((hidden = FindWindowExW(HWND_MESSAGE, hidden, L"FiveInARowSocket", nullptr)) != nullptr) ++count;
+  return count;
+}
+
+std::size_t privateMemory() {
   PROCESS_MEMORY_COUNTERS counters{};
   GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-  return {handles, counters.PagefileUsage};
+  return counters.PagefileUsage;
 }
 
 }  // namespace fiar::test

@@ -1,15 +1,16 @@
-// Sends a message with the machine's own sockets, and prints what the process holds then and how often it
-// waited.
+// Sends what a file of settings describes, with the machine's own sockets, and prints what that took.
 //
-//   send_mail HOST PORT FOLDER SPEED TIMES ATTACHMENTS
-//
-//   FOLDER  where the debug log goes, with a separator at its end
-//   SPEED   how much faster than the real one the program's clock runs
-//   TIMES   how often to send the message; one that is sent once is logged
+// The file holds "name=value" entries, each ended by a NUL: the properties of a message, and
+//   folder   where the debug log goes, with "\" at its end
+//   times    how often to send the message (1)
+//   speed    how much faster than the real one the program's clock runs (1)
 
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <map>
 #include <string>
 
 #include "mail/client_machine.h"
@@ -21,67 +22,99 @@
 namespace fiar::test {
 namespace {
 
-/// This machine's time and events, with seconds that pass faster.
-class FastTime final : public Clock, public PendingEvents {
-public:
-  explicit FastTime(double speed) : speed_(speed) {}
+using Settings = std::map<std::string, std::string>;
 
-  int waits = 0;
-
-  double timer() const override {
-    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start_;
-    return std::fmod(passed.count() * speed_, 86400);
+Settings readSettings(const char* path) {
+  Settings settings{{"times", "1"}, {"speed", "1"}};
+  std::ifstream file(path, std::ios::binary);
+  for (std::string entry; std::getline(file, entry, '\0');) {
+    const std::size_t equals = entry.find('=');
+    settings[entry.substr(0, equals)] = entry.substr(equals + 1);
   }
+  return settings;
+}
+
+double realSeconds() {
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
+  return time.count();
+}
+
+class FastClock final : public Clock {
+public:
+  explicit FastClock(double speed) : speed_(speed) {}
+  double timer() const override { return std::fmod((realSeconds() - start_) * speed_, 86400); }
   DateTime now() const override { return systemClock().now(); }
-  void process() override { clientMachine().events.process(); }
+
+private:
+  double speed_;
+  double start_ = realSeconds();
+};
+
+class FastEvents final : public PendingEvents {
+public:
+  explicit FastEvents(double speed) : speed_(speed) {}
+  int waits() const { return waits_; }
+  void process() override { machineEvents().process(); }
   void waitAndProcess(double seconds) override {
-    ++waits;
-    clientMachine().events.waitAndProcess(seconds / speed_);
+    ++waits_;
+    machineEvents().waitAndProcess(seconds / speed_);
   }
 
 private:
   double speed_;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  int waits_ = 0;
 };
 
-void send(const char* const* arguments) {
+void setMessage(clsZantorMail& mail, const Settings& settings) {
+  using Mail = clsZantorMail;
+  const std::map<std::string, void (Mail::*)(TextView)> properties{
+      {"serverName", &Mail::setServerName},   {"ServerPort", &Mail::setServerPort},
+      {"UserName", &Mail::setUserName},       {"Password", &Mail::setPassword},
+      {"MailFrom", &Mail::setMailFrom},       {"MailTo", &Mail::setMailTo},
+      {"MailBcc", &Mail::setMailBcc},         {"ReplyTo", &Mail::setReplyTo},
+      {"subject", &Mail::setSubject},         {"Message", &Mail::setMessage},
+      {"Attachments", &Mail::setAttachments}, {"debugScript", &Mail::setDebugScript}};
+  for (const auto& [name, value] : settings) {
+    const auto property = properties.find(name);
+    if (property != properties.end()) (mail.*property->second)(fromUtf8(value));
+  }
+}
+
+void send(const Settings& settings) {
   constexpr int kWarmUp = 20;
-  const int times = std::stoi(arguments[5]);
   FakePlatform fake;
   MersenneTwister random;
-  FastTime time(std::stod(arguments[4]));
-  const Platform platform{
-      time,   CodePage::system(), fake.regional, fake.environment, fake.resources,
-      random, fake.sound,         time,          fake.database,    &clientMachine().sockets};
+  const double speed = std::stod(settings.at("speed"));
+  const FastClock clock(speed);
+  FastEvents events(speed);
+  const Platform platform{clock,  CodePage::system(), fake.regional, fake.environment, fake.resources,
+                          random, fake.sound,         events,        fake.database,    &machineSockets()};
   Toolkit toolkit(platform);
-  toolkit.values().applicationFolder = fromUtf8(arguments[3]);
-  clsZantorMail& mail = toolkit.mail();
-  mail.setDebugScript(times == 1 ? u"on" : u"off");
-  mail.setServerName(fromUtf8(arguments[1]));
-  mail.setServerPort(fromUtf8(arguments[2]));
-  mail.setMailFrom(u"me@example.org");
-  mail.setMailTo(u"you@example.org;her@example.org");
-  mail.setMailBcc(u"one@example.net;two@example.net");
-  mail.setReplyTo(u"re@example.org");
-  mail.setSubject(u"Caf\u00E9 \u20AC");
-  mail.setMessage(u"<b>one</b>\r\ntwo");
-  mail.setAttachments(fromUtf8(arguments[6]));
+  toolkit.values().applicationFolder = fromUtf8(settings.at("folder"));
+  setMessage(toolkit.mail(), settings);
 
+  const int times = std::stoi(settings.at("times"));
   const auto print = [] {
-    const auto [handles, memory] = holdings();
-    std::printf("handles %zu\nobjects %zu\nmemory %zu\n", handles, liveAllocationCount(), memory);
+    std::printf("handles %zu\nobjects %zu\nmemory %zu\n", openHandles(), liveAllocationCount(),
+                privateMemory());
   };
+  const double start = realSeconds();
   for (int i = 0; i < times; ++i) {
     if (i == kWarmUp) print();
-    if (mail.SendMail()) std::puts("true");
+    if (toolkit.mail().SendMail()) std::puts("true");
   }
   print();
-  std::printf("waits %d\n", time.waits);
+  std::printf("seconds %.3f\nwaits %d\n", realSeconds() - start, events.waits());
 }
 
 }  // namespace
 }  // namespace fiar::test
 
-int main(int /*argc*/, char** argv) {
-  fiar::test::send(argv);
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fputs("usage: send_mail SETTINGS\n", stderr);
+    return 2;
+  }
+  fiar::test::send(fiar::test::readSettings(argv[1]));
+  return 0;
 }
