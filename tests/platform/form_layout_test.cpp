@@ -4,74 +4,105 @@
 
 #include <cmath>
 
+#include "platform/key_pointer.h"
+
 namespace fiar {
 namespace {
 
 /// A form like the game's: a background with a square board in it.
-struct BoardForm {
-  Form form;
-  PictureBox background;
-  PictureBox board;
-
-  BoardForm() {
+class FormLayoutTest : public testing::Test {
+protected:
+  FormLayoutTest() {
     form.Width = 12060;
     form.Height = 10170;
     board.Left = 1965;
     board.Top = 90;
-    board.Width = 9960;
-    board.Height = 9960;
+    board.Width = board.Height = 9960;
     board.Container = &background;
   }
+
+  Form form;
+  PictureBox background;
+  PictureBox board;
 };
 
-TEST(FormLayout, ShowsTheDesignPixelForPixelAt96DotsPerInch) {
-  BoardForm design;
-  const PixelSize area = areaAt(design.form, designScale(96));
+TEST_F(FormLayoutTest, ShowsTheDesignPixelForPixelAt96DotsPerInch) {
+  const PixelSize area = areaAt(form, designScale(96));
   EXPECT_EQ(area, (PixelSize{804, 678}));
-  const FormLayout layout(design.form, area);
-  EXPECT_EQ(layout.place(design.background), (PixelRect{0, 0, 1, 1}));
-  EXPECT_EQ(layout.place(design.board), (PixelRect{131, 6, 664, 664}));
+  EXPECT_EQ(FormLayout(form, area).place(background), (PixelRect{0, 0, 1, 1}));
+  EXPECT_EQ(FormLayout(form, area).place(board), (PixelRect{131, 6, 664, 664}));
 }
 
-TEST(FormLayout, KeepsASquareSquareAndTheFormInTheMiddleAtEverySize) {
-  BoardForm design;
+TEST_F(FormLayoutTest, KeepsASquareSquareAndTheFormInTheMiddleAtEverySize) {
   for (int width = 300; width < 2500; width += 37) {
     for (const int height : {250, 683, 1024, 1601}) {
-      const FormLayout layout(design.form, {width, height});
-      const PixelRect board = layout.place(design.board);
-      EXPECT_EQ(board.width, board.height);
-      const PixelRect whole = layout.place(design.background);
-      const PixelSize shown = areaAt(design.form, layout.scale());
-      EXPECT_LE(std::abs(width - shown.width - 2 * whole.left), 1) << width << " x " << height;
-      EXPECT_LE(std::abs(height - shown.height - 2 * whole.top), 1) << width << " x " << height;
-      EXPECT_TRUE(std::abs(width - shown.width) <= 1 || std::abs(height - shown.height) <= 1);
+      SCOPED_TRACE(testing::Message() << width << " x " << height);
+      const FormLayout layout(form, {width, height});
+      const PixelRect place = layout.place(board);
+      EXPECT_EQ(place.width, place.height);
       // The place in the container does not depend on where the container lies.
-      EXPECT_NEAR(board.left, design.board.Left * layout.scale(), 1);
+      EXPECT_NEAR(place.left, board.Left * layout.scale(), 1);
+      const PixelRect whole = layout.place(background);
+      const PixelSize shown = areaAt(form, layout.scale());
+      EXPECT_NEAR(2 * whole.left, width - shown.width, 1);
+      EXPECT_NEAR(2 * whole.top, height - shown.height, 1);
+      EXPECT_TRUE(std::abs(width - shown.width) <= 1 || std::abs(height - shown.height) <= 1);
     }
   }
 }
 
-TEST(FormLayout, DraggingKeepsTheProportions) {
-  Form form;
+TEST_F(FormLayoutTest, DraggingKeepsTheProportions) {
   form.Width = 200;
   form.Height = 100;
+  using Edges = DraggedEdges;
   struct Case {
     PixelSize asked;
-    DraggedEdges edges = DraggedEdges::Corner;
+    Edges edges = Edges::Corner;
+    double most = 0;
     PixelSize given;
   };
-  for (const Case& one : {
-           Case{{300, 999}, DraggedEdges::Side, {300, 150}},
-           Case{{999, 120}, DraggedEdges::TopOrBottom, {240, 120}},
-           Case{{300, 120}, DraggedEdges::Corner, {300, 150}},
-           Case{{300, 170}, DraggedEdges::Corner, {340, 170}},
-           Case{{10, 10}, DraggedEdges::Corner, {100, 50}},
-           Case{{5000, 10}, DraggedEdges::Side, {600, 300}},
-       }) {
-    EXPECT_EQ(areaWhileDragging(form, one.asked, one.edges, 0.5, 3), one.given)
-        << one.asked.width << " x " << one.asked.height;
+  for (const auto& [asked, edges, most, given] :
+       {Case{{300, 999}, Edges::Side, 3, {300, 150}}, Case{{999, 120}, Edges::TopOrBottom, 3, {240, 120}},
+        Case{{300, 120}, Edges::Corner, 3, {300, 150}}, Case{{300, 170}, Edges::Corner, 3, {340, 170}},
+        Case{{10, 10}, Edges::Corner, 3, {100, 50}}, Case{{5000, 10}, Edges::Side, 3, {600, 300}},
+        Case{{300, 150}, Edges::Corner, 0.25, {100, 50}}}) {
+    EXPECT_EQ(areaWhileDragging(form, asked, edges, 0.5, most), given)
+        << asked.width << " x " << asked.height;
   }
-  EXPECT_EQ(areaWhileDragging(form, {300, 150}, DraggedEdges::Corner, 0.5, 0.25), (PixelSize{100, 50}));
+}
+
+TEST_F(FormLayoutTest, KeysMoveThePointerFromCellToCellWithinThePicture) {
+  struct Case {
+    double cells = 0;  ///< in a row
+    PicturePoint from;
+    KeyMove move;
+    double column = 0, row = 0;  ///< where it has to go
+  };
+  // The last ones start off the picture, or have cells of no whole number of twips or larger than the
+  // picture.
+  for (const Case& one : {Case{15, {5000, 5000}, {1, 0}, 8, 7}, Case{15, {5000, 5000}, {0, -1}, 7, 6},
+                          Case{15, {663, 664}, {0, 0}, 0, 1}, Case{15, {10, 10}, {-1, 0}, 0, 0},
+                          Case{15, {9959, 9959}, {0, 1}, 14, 14}, Case{10, {-3000, 400}, {1, 0}, 1, 0},
+                          Case{10, {700, 20000}, {0, 0}, 0, 9}, Case{7, {9959, 9959}, {1, 1}, 6, 6},
+                          Case{0.5, {5000, 5000}, {1, 0}, 0, 0}}) {
+    board.KeyStep = board.Width / one.cells;
+    const PicturePoint to = movedByKey(board, one.from, one.move);
+    EXPECT_FLOAT_EQ(to.x, static_cast<float>((one.column + 0.5) * board.KeyStep)) << one.from.x;
+    EXPECT_FLOAT_EQ(to.y, static_cast<float>((one.row + 0.5) * board.KeyStep)) << one.from.y;
+  }
+}
+
+TEST(ComboBox, RaisesClickWhenTheSelectionChangesAndOnlyThen) {
+  ComboBox list;
+  list.AddItem(u"a");
+  list.AddItem(u"b");
+  std::string seen;
+  list.Click = [&] { seen += " click"; };
+  for (const int index : {1, 1, 2, -2, 0, -1}) {
+    list.setListIndex(index);
+    seen += " " + std::to_string(list.ListIndex());
+  }
+  EXPECT_EQ(seen, " click 1 1 1 1 click 0 click -1");
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+// What the machine gives: its time, its environment, numbers at random.
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -7,6 +9,7 @@
 #include "platform/clock.h"
 #include "platform/environment.h"
 #include "platform/files.h"
+#include "platform/random_generator.h"
 
 namespace fiar {
 namespace {
@@ -36,6 +39,25 @@ TEST(SystemEnvironment, KnowsTheProgramsFolderAndVariables) {
   EXPECT_NE(environment.variable(u"PATH"), u"");
   EXPECT_EQ(environment.variable(u"FIVE_IN_A_ROW_ABSENT"), u"");
   EXPECT_EQ(environment.variable(u""), u"");
+}
+
+TEST(MersenneTwister, StaysBelowOneAndRepeatsForTheSameSeedOnly) {
+  MersenneTwister first;
+  MersenneTwister same;
+  MersenneTwister other;
+  first.seed(43200.25);
+  same.seed(43200.25);
+  other.seed(43200.26);
+  int differing = 0;
+  double sum = 0;
+  for (int i = 0; i < 10000; ++i) {
+    const double value = first.next();
+    ASSERT_TRUE(value >= 0.0 && value < 1.0 && value == same.next()) << value;
+    differing += value != other.next() ? 1 : 0;
+    sum += value;
+  }
+  EXPECT_GT(differing, 9900);
+  EXPECT_NEAR(sum / 10000, 0.5, 0.02);
 }
 
 }  // namespace

@@ -1,11 +1,20 @@
+// Characters and numbers as text.
+
 #include "platform/text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <set>
+
+#include "support/fake_platform.h"
+
 namespace fiar {
 namespace {
 
-TEST(Capitals, FollowTheSystemOneToOne) {
+TEST(TextComparison, IgnoresCaseOnly) {
   const std::pair<TextView, TextView> cases[] = {
       {u"azAZ09@[`{~", u"AZAZ09@[`{~"},
       {u"\u010D\u0161\u017E\u0111\u00E9\u00FF", u"\u010C\u0160\u017D\u0110\u00C9\u0178"},
@@ -20,9 +29,6 @@ TEST(Capitals, FollowTheSystemOneToOne) {
   for (unsigned code = 0; code <= 0xFFFF; ++code) {
     ASSERT_EQ(toUpper(static_cast<char16_t>(code)) < 0x80, code < 0x80) << code;
   }
-}
-
-TEST(TextComparison, IgnoresCaseOnly) {
   EXPECT_FALSE(equalIgnoringCase(u"name", u"name "));
   EXPECT_FALSE(equalIgnoringCase(u"name", TextView(u"name\0", 5)));
   EXPECT_FALSE(equalIgnoringCase(u"c", u"\u010D"));
@@ -30,8 +36,7 @@ TEST(TextComparison, IgnoresCaseOnly) {
 }
 
 TEST(TrimSpaces, LeavesTabsAndLineEnds) {
-  EXPECT_EQ(trimSpaces(u"  a b  "), u"a b");
-  EXPECT_EQ(trimSpaces(u" \t a\r\n"), u"\t a\r\n");
+  EXPECT_EQ(trimSpaces(u"  \t a b\r\n  "), u"\t a b\r\n");
   EXPECT_EQ(trimSpaces(u"   "), u"");
 }
 
@@ -51,13 +56,88 @@ TEST(Utf8, ReplacesEveryMalformedByte) {
   // No start, no end, longer than need be, half of a surrogate pair, beyond the last character.
   for (const std::string_view bytes : {"\x80", "\xC4", "\xF0\x90\x80", "\xC0\x80", "\xE0\x9F\xBF",
                                        "\xF0\x8F\xBF\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"}) {
-    const std::string next = std::string(bytes) + "a";
-    EXPECT_EQ(fromUtf8(bytes), Text(bytes.size(), u'\uFFFD')) << testing::PrintToString(bytes);
-    EXPECT_EQ(fromUtf8(next), Text(bytes.size(), u'\uFFFD') + u'a') << testing::PrintToString(bytes);
+    for (const char* const next : {"", "a"}) {
+      EXPECT_EQ(fromUtf8(std::string(bytes) + next), Text(bytes.size(), u'\uFFFD') + fromUtf8(next))
+          << testing::PrintToString(bytes);
+    }
   }
-  const std::string replacement = "\xEF\xBF\xBD";
-  EXPECT_EQ(toUtf8(Text{0xD800}), replacement);
-  EXPECT_EQ(toUtf8(Text{0xDFFF, 0xDBFF, u'a'}), replacement + replacement + "a");
+  EXPECT_EQ(toUtf8(Text{0xD800}), "\xEF\xBF\xBD");
+  EXPECT_EQ(toUtf8(Text{0xDFFF, 0xDBFF, u'a'}), "\xEF\xBF\xBD\xEF\xBF\xBD\x61");
+}
+
+TEST(CodePages, CarryEveryByteToTextAndBack) {
+  std::string bytes(256, '\0');
+  std::iota(bytes.begin(), bytes.end(), '\0');
+  for (const CodePage& page : {CodePage(windows1252Characters()), CodePage::system()}) {
+    const Text text = page.decode(bytes);
+    EXPECT_EQ(page.encode(text), bytes);
+    EXPECT_EQ(text.substr(0, 128), fromUtf8(bytes.substr(0, 128)));
+  }
+}
+
+TEST(CodePages, Windows1252IsTheWesternSetAndLacksTheRest) {
+  auto characters = windows1252Characters();
+  const CodePage page(characters);
+  EXPECT_EQ(page.decode("\x80\x81\x8A\x8E\x9A\x9E\x9F\xA0\xE8\xFF"),
+            u"\u20AC\u0081\u0160\u017D\u0161\u017E\u0178\u00A0\u00E8\u00FF");
+  EXPECT_EQ(page.encode(u"\u010D!\u4E2D\U0001F600\u0080e"), "?!????e");
+  // Of two bytes with the same character the lower one is used.
+  characters[0xFE] = u'x';
+  EXPECT_EQ(CodePage(characters).encode(u"x\u00FF"), "x\xFF");
+}
+
+using Limits = std::numeric_limits<double>;
+
+TEST(NumberText, IsShortAndRegional) {
+  test::FakeRegionalFormat format;
+  format.separator = u',';
+  using Case = std::pair<double, TextView>;
+  for (const auto& [value, text] :
+       {Case{-0.0, u"0"}, Case{-1, u"-1"}, Case{5004492, u"5004492"},
+        Case{999999999999999, u"999999999999999"}, Case{1e15, u"1E+15"}, Case{2.5, u"2,5"},
+        Case{-0.1, u"-0,1"}, Case{1.0 / 3, u"0,333333333333333"}, Case{0.0001, u"0,0001"},
+        Case{0.00001, u"1E-05"}, Case{-Limits::max(), u"-1,79769313486232E+308"},
+        Case{-Limits::denorm_min(), u"-4,94065645841247E-324"}, Case{-Limits::infinity(), u"-inf"},
+        Case{Limits::quiet_NaN(), u"nan"}, Case{-Limits::quiet_NaN(), u"nan"}}) {
+    EXPECT_EQ(format.numberText(value), text) << value;
+  }
+}
+
+TEST(NumberFromText, TakesTheSeparatorOfTheFormatOnlyAndNothingElse) {
+  test::FakeRegionalFormat format;
+  using Case = std::pair<TextView, double>;
+  for (const auto& [text, value] :
+       {Case{u"5004492", 5004492}, Case{u" -12 ", -12}, Case{u"+7", 7}, Case{u".5", 0.5}, Case{u"5.", 5},
+        Case{u"2.5E-1", 0.25}, Case{u"1.0e3", 1000}, Case{TextView(u"7.5\0\0", 5), 7.5},
+        Case{TextView(u"3. \0x", 5), 3}}) {
+    Text withComma(text);
+    std::replace(withComma.begin(), withComma.end(), u'.', u',');
+    format.separator = u'.';
+    EXPECT_EQ(format.number(text), value) << toUtf8(text);
+    EXPECT_EQ(format.number(withComma).has_value(), withComma == text) << toUtf8(withComma);
+    format.separator = u',';
+    EXPECT_EQ(format.number(withComma), value) << toUtf8(withComma);
+  }
+  format.separator = u'.';
+  EXPECT_FALSE(format.number(TextView(u"\0001", 2)).has_value());
+  for (const TextView text : {u"", u"   ", u"-", u".", u"+-1", u"++1", u"1 2", u"12x", u"0x10", u"1e",
+                              u"1.5.5", u"1,000.5", u"inf", u"nan", u"1E+309", u"\u0661"}) {
+    EXPECT_FALSE(format.number(text).has_value()) << toUtf8(text);
+  }
+}
+
+TEST(SystemRegionalFormat, ReadsItsOwnNumbersAndShowsEveryPartOfADate) {
+  const RegionalFormat& format = systemRegionalFormat();
+  for (const double value : {0.0, -2.5, 1001196.0, 1e-300}) {
+    EXPECT_EQ(format.number(format.numberText(value)), value);
+  }
+  std::set<Text> texts;
+  for (const DateTime& date :
+       {DateTime{2024, 2, 28, 1, 47, 58}, DateTime{2025, 2, 28, 1, 47, 58}, DateTime{2024, 3, 28, 1, 47, 58},
+        DateTime{2024, 2, 29, 1, 47, 58}, DateTime{2024, 2, 28, 13, 47, 58}, DateTime{2024, 2, 28, 1, 48, 58},
+        DateTime{2024, 2, 28, 1, 47, 59}, kEmptyDate}) {
+    EXPECT_TRUE(texts.insert(format.dateTimeText(date)).second) << toUtf8(format.dateTimeText(date));
+  }
 }
 
 }  // namespace
