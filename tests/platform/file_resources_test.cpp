@@ -5,17 +5,12 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/wave_image.h"
+
 namespace fiar {
 namespace {
 
-// The number in `count` bytes from `offset` on, the lowest byte first.
-unsigned numberAt(const std::string& bytes, std::size_t offset, std::size_t count) {
-  unsigned number = 0;
-  for (std::size_t i = count; i-- > 0;) {
-    number = (number << 8) | static_cast<unsigned char>(bytes.at(offset + i));
-  }
-  return number;
-}
+using namespace std::literals;
 
 const FileResources kResources(FIAR_RESOURCE_DIR);
 
@@ -29,63 +24,68 @@ TEST(ShippedResources, AreFoundByNumberOrNameInAnyCase) {
 TEST(ShippedResources, PatternTableEndsInTwoNuls) {
   const std::string table = kResources.custom(102).value();
   EXPECT_EQ(table.size(), 3932U);
-  EXPECT_TRUE(table.starts_with("0000P0000,0\r\n0000P0001,1\r\n"));
-  EXPECT_TRUE(table.ends_with(std::string("\r\n1111P1111,5004492\0\0", 21)));
+  EXPECT_TRUE(table.ends_with("\r\n1111P1111,5004492\0\0"sv));
 }
 
-TEST(ShippedResources, SoundsHaveTheirFormatsAndLengths) {
-  struct Case {
-    TextView name;
-    std::size_t size;
-    unsigned tag;
-    unsigned bits;
-    unsigned data;
-  };
-  constexpr std::size_t kFormat = 20;  // the format comes first in the file
-  for (const Case& c : {Case{u"WAVTAP", 1192, 2, 4, 1024}, Case{u"WAVERR", 23272, 1, 16, 21244}}) {
-    SCOPED_TRACE(toUtf8(c.name));
-    const std::string image = kResources.custom(c.name).value();
-    EXPECT_EQ(image.size(), c.size);
-    EXPECT_EQ(image.substr(8, 8), "WAVEfmt ");
-    EXPECT_EQ(numberAt(image, kFormat, 2), c.tag);
-    EXPECT_EQ(numberAt(image, kFormat + 2, 2), 2U);
-    EXPECT_EQ(numberAt(image, kFormat + 4, 4), 22050U);
-    EXPECT_EQ(numberAt(image, kFormat + 14, 2), c.bits);
-    const std::size_t data = image.find("data");
-    ASSERT_NE(data, std::string::npos);
-    EXPECT_EQ(numberAt(image, data + 4, 4), c.data);
-  }
-}
-
-TEST(ShippedResources, PicturesHaveTheirFormatsAndSizes) {
-  for (const TextView name : {u"PICTURE2", u"PICTURE3"}) {
-    const std::string picture = kResources.custom(name).value();
-    EXPECT_TRUE(picture.starts_with("GIF8")) << toUtf8(name);
-    EXPECT_EQ(numberAt(picture, 6, 2), 119U);
-    EXPECT_EQ(numberAt(picture, 8, 2), 157U);
+TEST(ShippedResources, SoundsAndPicturesHaveTheirFormatsAndSizes) {
+  const std::pair<TextView, std::string_view> parts[] = {
+      // The coding, two channels, 22050 Hz, bytes a second and a block, bits; then the length.
+      {u"WAVTAP", "WAVEfmt \x32\0\0\0\x02\0\x02\0\x22\x56\0\0\x27\x57\0\0\0\x04\x04\0"sv},
+      {u"WAVTAP", "data\0\x04\0\0"sv},
+      {u"WAVERR", "WAVEfmt \x10\0\0\0\x01\0\x02\0\x22\x56\0\0\x88\x58\x01\0\x04\0\x10\0"sv},
+      {u"WAVERR", "data\xFC\x52\0\0"sv},
+      // 119 x 157 pixels.
+      {u"PICTURE2", "GIF89a\x77\0\x9D\0"sv},
+      {u"PICTURE3", "GIF89a\x77\0\x9D\0"sv},
+      // 1360 rows of 1612 pixels, so that it stays sharp on fine displays, and the half, which 96 DPI show.
+      {u"BACKGROUND", "\xFF\xC0\0\x11\x08\x05\x50\x06\x4C"sv},
+      {u"BACKGROUNDSMALL", "\xFF\xC0\0\x11\x08\x02\xA8\x03\x26"sv}};
+  for (const auto& [name, bytes] : parts) {
+    EXPECT_NE(kResources.custom(name).value().find(bytes), std::string::npos)
+        << toUtf8(name) << " lacks " << testing::PrintToString(bytes);
   }
   EXPECT_NE(kResources.custom(u"PICTURE2"), kResources.custom(u"PICTURE3"));
-  // A JPEG's frame segment: length, bits, then height and width with the high bytes first. Twice the size
-  // that is shown at 96 DPI, so that it stays sharp on finer displays, and that size.
-  for (const auto& [name, times] : {std::pair{u"BACKGROUND", 2U}, {u"BACKGROUNDSMALL", 1U}}) {
-    const std::string background = kResources.custom(name).value();
-    ASSERT_TRUE(background.starts_with("\xFF\xD8\xFF"));
-    const std::size_t frame = background.find(std::string("\xFF\xC0\x00\x11\x08", 5));
-    ASSERT_NE(frame, std::string::npos);
-    EXPECT_EQ(numberAt(background, frame + 5, 1) * 256 + numberAt(background, frame + 6, 1), times * 680);
-    EXPECT_EQ(numberAt(background, frame + 7, 1) * 256 + numberAt(background, frame + 8, 1), times * 806);
+  for (const auto& [name, size] : {std::pair{u"WAVTAP", 1192U}, {u"WAVERR", 23272U}}) {
+    const std::string sound = kResources.custom(name).value();
+    EXPECT_EQ(sound.size(), size);
+    EXPECT_TRUE(isPlayableWave(sound));
   }
 }
 
 TEST(ShippedResources, IconHasEverySizeThatWindowsShows) {
   std::ifstream file(std::filesystem::path(FIAR_RESOURCE_DIR) / "icon.ico", std::ios::binary);
   const std::string icon(std::istreambuf_iterator<char>(file), {});
-  std::vector<unsigned> sizes;
-  for (std::size_t entry = 6; sizes.size() < numberAt(icon, 4, 2); entry += 16) {
-    sizes.push_back(numberAt(icon, entry, 1));
-    EXPECT_LE(numberAt(icon, entry + 8, 4) + numberAt(icon, entry + 12, 4), icon.size());
+  std::string sizes;  // the first byte of each entry; 0 stands for 256
+  for (std::size_t entry = 0; entry < 7; ++entry) sizes += icon.at(6 + 16 * entry);
+  EXPECT_EQ(icon.at(4), 7);
+  EXPECT_EQ(sizes, "\x10\x14\x18\x20\x30\x40\0"sv);
+}
+
+std::string chunk(const std::string& name, const std::string& body) {
+  return name + static_cast<char>(body.size()) + "\0\0\0"s + body + std::string(body.size() % 2, '\0');
+}
+
+TEST(WaveImage, IsPlayableWhenWholeOnly) {
+  const std::string format = chunk("fmt ", std::string(16, '\1'));
+  const std::string data = chunk("data", "abc");
+  const std::string tooLong = "data\xFF\xFF\xFF\xFF\x61"s;
+  const auto wave = [](const std::string& chunks) { return chunk("RIFF", "WAVE" + chunks); };
+
+  const std::string whole = wave(chunk("LIST", "odd") + format + data);
+  EXPECT_TRUE(isPlayableWave(whole + "after the end"));
+  // The last pad byte may be missing.
+  EXPECT_TRUE(isPlayableWave(wave(format + data.substr(0, data.size() - 1))));
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    // A copy of its own, so that a read beyond the end is noticed.
+    EXPECT_FALSE(isPlayableWave(std::string(whole, 0, length))) << length;
   }
-  EXPECT_EQ(sizes, (std::vector<unsigned>{16, 20, 24, 32, 48, 64, 0})) << "0 stands for 256";
+  for (const std::string& image :
+       {chunk("RIFF", "WEVA" + format + data), chunk("RIFX", "WAVE" + format + data), wave(""), wave(format),
+        wave(data), wave(data + format), wave(format + chunk("data", "")),
+        wave(chunk("fmt ", std::string(15, '\1')) + data), wave(format + tooLong),
+        wave(format + data + tooLong)}) {
+    EXPECT_FALSE(isPlayableWave(image)) << testing::PrintToString(image);
+  }
 }
 
 }  // namespace
