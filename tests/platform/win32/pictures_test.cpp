@@ -10,50 +10,46 @@
 namespace fiar::win32 {
 namespace {
 
-struct NamedPictures final : Resources {
-  std::map<Text, std::string> files;
-
+class PicturesTest : public testing::Test, protected Resources {
+protected:
   std::optional<std::string> custom(unsigned /*number*/) const override { return std::nullopt; }
   std::optional<std::string> custom(TextView name) const override {
     const auto found = files.find(Text(name));
     return found == files.end() ? std::nullopt : std::optional(found->second);
   }
-};
 
-class PicturesTest : public testing::Test {
-protected:
   std::vector<std::uint32_t> shown(int width, int height) const {
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    Pictures(own).show({u"PICTURE"}, {pixels.data(), width, height, width});
+    Pictures(*this).show({u"PICTURE"}, {pixels.data(), width, height, width});
     return pixels;
   }
   static std::string shipped(TextView name) { return FileResources(FIAR_RESOURCE_DIR).custom(name).value(); }
 
   const ComApartment apartment;
-  NamedPictures own;
+  std::map<Text, std::string> files;
 };
 
 TEST_F(PicturesTest, ShowTheSmallCopyWhereItIsLargeEnough) {
   constexpr int kWidth = 119;
   constexpr int kHeight = 157;
-  own.files[u"PICTURE"] = shipped(u"PICTURE2");
+  files[u"PICTURE"] = shipped(u"PICTURE2");
   const auto large = shown(kWidth, kHeight);
   const auto larger = shown(kWidth, kHeight + 1);
-  own.files[u"PICTURESMALL"] = shipped(u"PICTURE3");
+  files[u"PICTURESMALL"] = shipped(u"PICTURE3");
   EXPECT_NE(shown(kWidth, kHeight), large);
   EXPECT_EQ(shown(kWidth, kHeight + 1), larger);
   // The picture itself can be missed before it is needed.
-  own.files.erase(u"PICTURE");
+  files.erase(u"PICTURE");
   EXPECT_NE(shown(kWidth, kHeight), large);
-  EXPECT_THROW(Pictures(own).check({u"PICTURE"}), PictureError);
+  EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError);
 }
 
 TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
-  for (const auto& [name, step] : {std::pair{u"PICTURE2", 131}, {u"BACKGROUNDSMALL", 509}}) {
+  for (const auto& [name, step] : {std::pair{u"PICTURE2", 131U}, {u"BACKGROUNDSMALL", 509U}}) {
     const std::string whole = shipped(name);
     int refused = 0;
-    for (std::size_t length = 0; length < whole.size(); length += static_cast<std::size_t>(step)) {
-      own.files[u"PICTURE"] = whole.substr(0, length);
+    for (std::size_t length = 0; length < whole.size(); length += step) {
+      files[u"PICTURE"] = whole.substr(0, length);
       try {
         shown(40, 30);
       } catch (const PictureError&) {
@@ -61,6 +57,18 @@ TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
       }
     }
     EXPECT_GT(refused, 0) << toUtf8(name);
+  }
+}
+
+TEST_F(PicturesTest, AreNamedWhereTheyAreMissingOrDamaged) {
+  files = {{u"EMPTY", ""}, {u"TEXT", "no picture at all"}, {u"HEADER", shipped(u"PICTURE2").substr(0, 9)}};
+  for (const TextView name : {u"MISSING", u"EMPTY", u"TEXT", u"HEADER"}) {
+    try {
+      Pictures(*this).check({name});
+      ADD_FAILURE() << toUtf8(name);
+    } catch (const PictureError& error) {
+      EXPECT_NE(std::string(error.what()).find(toUtf8(name)), std::string::npos) << error.what();
+    }
   }
 }
 

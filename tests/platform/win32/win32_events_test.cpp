@@ -11,48 +11,40 @@
 namespace fiar::win32 {
 namespace {
 
-constexpr UINT kNote = WM_APP;
+using Time = std::chrono::steady_clock;
 
-// A window that only takes messages and calls the test for each of its own.
+constexpr UINT kNote = WM_APP;
+constexpr UINT kFiltered = WM_APP + 1;
+
+// A window that only takes messages and calls the test for each note.
 class Win32EventsTest : public testing::Test {
 protected:
   Win32EventsTest() {
-    window.reset(
-        require(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr),
-                "CreateWindowExW"));
     SetWindowLongPtrW(window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&procedure));
   }
 
   void post(UINT message = kNote) const { PostMessageW(window.get(), message, 0, 0); }
 
-  WindowHandle window;
-  std::function<void()> onMessage;
+  WindowHandle window{
+      require(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr),
+              "CreateWindowExW")};
+  int filtered = 0;
+  Win32Events events{[this](MSG& message) { return message.message == kFiltered && ++filtered > 0; }};
+  std::function<void()> onNote = [] {};
   int received = 0;
 
 private:
   static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const self = reinterpret_cast<Win32EventsTest*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
-    if (message != kNote) return DefWindowProcW(handle, message, wParam, lParam);
+    if (message < WM_APP) return DefWindowProcW(handle, message, wParam, lParam);
     ++self->received;
-    if (self->onMessage) self->onMessage();
+    self->onNote();
     return 0;
   }
 };
 
-TEST_F(Win32EventsTest, DeliversWhatIsWaitingUnlessTheFilterTakesIt) {
-  int filtered = 0;
-  Win32Events events([&](MSG& message) { return message.message == WM_APP + 1 && ++filtered > 0; });
-  for (int i = 0; i < 3; ++i) post();
-  post(WM_APP + 1);
-  events.process();
-  EXPECT_EQ(received, 3);
-  EXPECT_EQ(filtered, 1);
-}
-
 TEST_F(Win32EventsTest, AWaitEndsWithAnEventOrItsTime) {
-  using Time = std::chrono::steady_clock;
-  Win32Events events;
   auto start = Time::now();
   while (received == 0 && Time::now() - start < std::chrono::milliseconds(50)) events.waitAndProcess(0.05);
   EXPECT_GE(Time::now() - start, std::chrono::milliseconds(45));
@@ -66,28 +58,27 @@ TEST_F(Win32EventsTest, AWaitEndsWithAnEventOrItsTime) {
 
 // A timer that is due again whenever its handler is done must not keep the program here for ever.
 TEST_F(Win32EventsTest, DeliveryEndsThoughMessagesKeepComing) {
-  Win32Events events;
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  onMessage = [&] {
-    if (std::chrono::steady_clock::now() < deadline) post();
+  const auto deadline = Time::now() + std::chrono::seconds(10);
+  onNote = [&] {
+    if (Time::now() < deadline) post();
   };
   post();
   events.process();
   EXPECT_GE(received, 1);
-  EXPECT_LT(std::chrono::steady_clock::now(), deadline);
+  EXPECT_LT(Time::now(), deadline);
 }
 
-TEST_F(Win32EventsTest, LeavesTheRequestToQuitForTheMainLoop) {
-  Win32Events events;
+TEST_F(Win32EventsTest, DeliversWhatIsWaitingAndLeavesTheRequestToQuitForTheMainLoop) {
   PostQuitMessage(7);
   // What was posted comes before the request, which then stops all delivery.
-  post();
+  for (const UINT message : {kNote, kFiltered, kNote}) post(message);
   events.process();
-  EXPECT_EQ(received, 1);
+  EXPECT_EQ(received, 2);
+  EXPECT_EQ(filtered, 1);
   post();
   events.process();
   events.waitAndProcess(0.01);
-  EXPECT_EQ(received, 1);
+  EXPECT_EQ(received, 2);
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE && message.message != WM_QUIT) {
   }
