@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "platform/key_pointer.h"
 
@@ -55,54 +56,32 @@ TEST_F(FormLayoutTest, DraggingKeepsTheProportions) {
   form.Width = 200;
   form.Height = 100;
   using Edges = DraggedEdges;
-  struct Case {
-    PixelSize asked;
-    Edges edges = Edges::Corner;
-    double most = 0;
-    PixelSize given;
-  };
+  using Case = std::tuple<PixelSize, Edges, double, PixelSize>;
   for (const auto& [asked, edges, most, given] :
-       {Case{{300, 999}, Edges::Side, 3, {300, 150}}, Case{{999, 120}, Edges::TopOrBottom, 3, {240, 120}},
-        Case{{300, 120}, Edges::Corner, 3, {300, 150}}, Case{{300, 170}, Edges::Corner, 3, {340, 170}},
-        Case{{10, 10}, Edges::Corner, 3, {100, 50}}, Case{{5000, 10}, Edges::Side, 3, {600, 300}},
-        Case{{300, 150}, Edges::Corner, 0.25, {100, 50}}}) {
+       {Case({300, 999}, Edges::Side, 3, {300, 150}), Case({999, 120}, Edges::TopOrBottom, 3, {240, 120}),
+        Case({300, 120}, Edges::Corner, 3, {300, 150}), Case({300, 170}, Edges::Corner, 3, {340, 170}),
+        Case({10, 10}, Edges::Corner, 3, {100, 50}), Case({5000, 10}, Edges::Side, 3, {600, 300}),
+        Case({300, 150}, Edges::Corner, 0.25, {100, 50})}) {
     EXPECT_EQ(areaWhileDragging(form, asked, edges, 0.5, most), given)
         << asked.width << " x " << asked.height;
   }
 }
 
 TEST_F(FormLayoutTest, KeysMoveThePointerFromCellToCellWithinThePicture) {
-  struct Case {
-    double cells = 0;  ///< in a row
-    PicturePoint from;
-    KeyMove move;
-    double column = 0, row = 0;  ///< where it has to go
-  };
-  // The last ones start off the picture, or have cells of no whole number of twips or larger than the
-  // picture.
-  for (const Case& one : {Case{15, {5000, 5000}, {1, 0}, 8, 7}, Case{15, {5000, 5000}, {0, -1}, 7, 6},
-                          Case{15, {663, 664}, {0, 0}, 0, 1}, Case{15, {10, 10}, {-1, 0}, 0, 0},
-                          Case{15, {9959, 9959}, {0, 1}, 14, 14}, Case{10, {-3000, 400}, {1, 0}, 1, 0},
-                          Case{10, {700, 20000}, {0, 0}, 0, 9}, Case{7, {9959, 9959}, {1, 1}, 6, 6},
-                          Case{0.5, {5000, 5000}, {1, 0}, 0, 0}}) {
-    board.KeyStep = board.Width / one.cells;
-    const PicturePoint to = movedByKey(board, one.from, one.move);
-    EXPECT_FLOAT_EQ(to.x, static_cast<float>((one.column + 0.5) * board.KeyStep)) << one.from.x;
-    EXPECT_FLOAT_EQ(to.y, static_cast<float>((one.row + 0.5) * board.KeyStep)) << one.from.y;
+  // Cells in a row, the place, the way from there, and the cell that it leads to.
+  using Case = std::tuple<double, PicturePoint, KeyMove, double, double>;
+  // The last four start off the picture or have odd cells: of no whole twips, larger than the picture.
+  for (const auto& [cells, from, move, column, row] :
+       {Case(15, {5000, 5000}, {1, 0}, 8, 7), Case(15, {5000, 5000}, {0, -1}, 7, 6),
+        Case(15, {663, 664}, {0, 0}, 0, 1), Case(15, {10, 10}, {-1, 0}, 0, 0),
+        Case(15, {9959, 9959}, {0, 1}, 14, 14), Case(10, {-3000, 400}, {1, 0}, 1, 0),
+        Case(10, {700, 20000}, {0, 0}, 0, 9), Case(7, {9959, 9959}, {1, 1}, 6, 6),
+        Case(0.5, {5000, 5000}, {1, 0}, 0, 0)}) {
+    board.KeyStep = board.Width / cells;
+    const PicturePoint to = movedByKey(board, from, move);
+    EXPECT_FLOAT_EQ(to.x, static_cast<float>((column + 0.5) * board.KeyStep)) << from.x;
+    EXPECT_FLOAT_EQ(to.y, static_cast<float>((row + 0.5) * board.KeyStep)) << from.y;
   }
-}
-
-TEST(ComboBox, RaisesClickWhenTheSelectionChangesAndOnlyThen) {
-  ComboBox list;
-  list.AddItem(u"a");
-  list.AddItem(u"b");
-  std::string seen;
-  list.Click = [&] { seen += " click"; };
-  for (const int index : {1, 1, 2, -2, 0, -1}) {
-    list.setListIndex(index);
-    seen += " " + std::to_string(list.ListIndex());
-  }
-  EXPECT_EQ(seen, " click 1 1 1 1 click 0 click -1");
 }
 
 }  // namespace

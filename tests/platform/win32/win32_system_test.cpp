@@ -1,14 +1,21 @@
-// What Windows gives: code page, errors, environment, resources, sound.
+// What Windows gives: code page, errors, environment, resources, decoded pictures, sound, messages.
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <map>
+#include <numeric>
+#include <thread>
 
 #include "platform/code_page.h"
 #include "platform/file_resources.h"
+#include "platform/win32/com.h"
 #include "platform/win32/error.h"
+#include "platform/win32/handle.h"
+#include "platform/win32/pictures.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win32_environment.h"
+#include "platform/win32/win32_events.h"
 #include "platform/win32/win32_resources.h"
 #include "platform/win32/win32_sound.h"
 
@@ -16,20 +23,15 @@ namespace fiar::win32 {
 namespace {
 
 TEST(Win32CodePage, IsTheSystemsOwnByteForByte) {
-  CPINFO info{};
-  ASSERT_NE(GetCPInfo(CP_ACP, &info), FALSE);
-  if (info.MaxCharSize != 1) GTEST_SKIP() << "characters of more than one byte here";
-  for (int code = 0; code < 256; ++code) {
-    const char byte = static_cast<char>(code);
-    wchar_t wide = 0;
-    ASSERT_EQ(MultiByteToWideChar(CP_ACP, 0, &byte, 1, &wide, 1), 1) << code;
-    EXPECT_EQ(CodePage::system().character(static_cast<std::uint8_t>(code)), static_cast<char16_t>(wide))
-        << code;
-  }
+  std::string bytes(256, '\0');
+  std::iota(bytes.begin(), bytes.end(), '\0');
+  std::wstring wide(256, L'\0');
+  const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), 256, wide.data(), 256);
+  if (length != 256) GTEST_SKIP() << "characters of more than one byte here";
+  EXPECT_EQ(CodePage::system().decode(bytes), fromWide(wide));
 }
 
 TEST(Win32Error, NamesTheCallAndTheSystemsReason) {
-  EXPECT_EQ(require(5, "unused"), 5);
   try {
     SetLastError(ERROR_FILE_NOT_FOUND);
     require(HANDLE{}, "OpenSomething");
@@ -74,12 +76,51 @@ TEST(Win32Resources, AreReadWholeFromTheProgramWhereItHasThem) {
   for (const TextView name : {u"", u"Name", u"Named "}) EXPECT_FALSE(resources.custom(name).has_value());
 }
 
+std::string shipped(TextView name) {
+  return FileResources(FIAR_RESOURCE_DIR).custom(name).value();
+}
+
+/// Has the files of the test for resources.
+class PicturesTest : public testing::Test, protected Resources {
+protected:
+  std::optional<std::string> custom(unsigned /*number*/) const override { return std::nullopt; }
+  std::optional<std::string> custom(TextView name) const override {
+    const auto found = files.find(Text(name));
+    return found == files.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  std::vector<std::uint32_t> shown(int width, int height) const {
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    Pictures(*this).show({u"PICTURE"}, {pixels.data(), width, height, width});
+    return pixels;
+  }
+
+  const ComApartment apartment;
+  std::map<Text, std::string> files;
+};
+
+TEST_F(PicturesTest, ShowTheSmallCopyWhereItIsLargeEnough) {
+  files[u"PICTURE"] = shipped(u"PICTURE2");
+  const auto large = shown(119, 157);
+  const auto larger = shown(119, 158);
+  files[u"PICTURESMALL"] = shipped(u"PICTURE3");
+  EXPECT_NE(shown(119, 157), large);
+  EXPECT_EQ(shown(119, 158), larger);
+  // The picture itself can be missed before it is needed, and is refused where the most of it is cut off.
+  files.erase(u"PICTURE");
+  EXPECT_NE(shown(119, 157), large);
+  EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError);
+  for (const std::size_t length : {0U, 9U, 100U, 400U}) {
+    files[u"PICTURE"] = shipped(u"PICTURE2").substr(0, length);
+    EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError) << length;
+  }
+}
+
 // With or without a sound device: each cue is cut off by the next, so twenty of a quarter of a second, which
 // the system's slow first one does not count among, take far less than five seconds.
 TEST(Win32Sound, ReturnsAtOnceAndNeedsNeitherADeviceNorTheImage) {
-  const FileResources resources(FIAR_RESOURCE_DIR);
-  const std::string error = resources.custom(u"WAVERR").value();
-  const std::string tap = resources.custom(u"WAVTAP").value();
+  const std::string error = shipped(u"WAVERR");
+  const std::string tap = shipped(u"WAVTAP");
   Win32SoundPlayer().play(tap);
   const auto start = std::chrono::steady_clock::now();
   {
@@ -93,6 +134,81 @@ TEST(Win32Sound, ReturnsAtOnceAndNeedsNeitherADeviceNorTheImage) {
     }
   }
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4500));
+}
+
+using Time = std::chrono::steady_clock;
+
+constexpr UINT kNote = WM_APP;
+constexpr UINT kFiltered = WM_APP + 1;
+
+// A window that only takes messages and calls the test for each note.
+class Win32EventsTest : public testing::Test {
+protected:
+  Win32EventsTest() {
+    SetWindowLongPtrW(window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrW(window.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&procedure));
+  }
+
+  void post(UINT message = kNote) const { PostMessageW(window.get(), message, 0, 0); }
+
+  WindowHandle window{
+      require(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr),
+              "CreateWindowExW")};
+  int filtered = 0;
+  Win32Events events{[this](MSG& message) { return message.message == kFiltered && ++filtered > 0; }};
+  std::function<void()> onNote = [] {};
+  int received = 0;
+
+private:
+  static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const self = reinterpret_cast<Win32EventsTest*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+    if (message < WM_APP) return DefWindowProcW(handle, message, wParam, lParam);
+    ++self->received;
+    self->onNote();
+    return 0;
+  }
+};
+
+TEST_F(Win32EventsTest, AWaitEndsWithAnEventOrItsTime) {
+  auto start = Time::now();
+  while (received == 0 && Time::now() - start < std::chrono::milliseconds(50)) events.waitAndProcess(0.05);
+  EXPECT_GE(Time::now() - start, std::chrono::milliseconds(45));
+  start = Time::now();
+  std::thread poster([this] { post(); });
+  while (received == 0 && Time::now() - start < std::chrono::seconds(30)) events.waitAndProcess(60);
+  poster.join();
+  EXPECT_EQ(received, 1);
+  EXPECT_LT(Time::now() - start, std::chrono::seconds(30));
+}
+
+// A timer that is due again whenever its handler is done must not keep the program here for ever.
+TEST_F(Win32EventsTest, DeliveryEndsThoughMessagesKeepComing) {
+  const auto deadline = Time::now() + std::chrono::seconds(10);
+  onNote = [&] {
+    if (Time::now() < deadline) post();
+  };
+  post();
+  events.process();
+  EXPECT_GE(received, 1);
+  EXPECT_LT(Time::now(), deadline);
+}
+
+TEST_F(Win32EventsTest, DeliversWhatIsWaitingAndLeavesTheRequestToQuitForTheMainLoop) {
+  PostQuitMessage(7);
+  // What was posted comes before the request, which then stops all delivery.
+  for (const UINT message : {kNote, kFiltered, kNote}) post(message);
+  events.process();
+  EXPECT_EQ(received, 2);
+  EXPECT_EQ(filtered, 1);
+  post();
+  events.process();
+  events.waitAndProcess(0.01);
+  EXPECT_EQ(received, 2);
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE && message.message != WM_QUIT) {
+  }
+  EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+  EXPECT_EQ(message.wParam, 7U);
 }
 
 }  // namespace

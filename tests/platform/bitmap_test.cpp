@@ -1,13 +1,17 @@
-#include "platform/painter.h"
+// What is painted into bitmaps: drawings, and pictures in other sizes.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <tuple>
 #include <vector>
 
+#include "platform/image_scaler.h"
+#include "platform/painter.h"
 #include "platform/picture_box.h"
 
 namespace fiar {
@@ -27,25 +31,25 @@ public:
   Canvas(int width, int height)
       : stride_(width + 2 * kMargin),
         pixels_(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height + 2 * kMargin), kCanary),
-        view_{&pixels_[kMargin * (static_cast<std::size_t>(stride_) + 1)], width, height, stride_} {}
+        view{&pixels_[kMargin * (static_cast<std::size_t>(stride_) + 1)], width, height, stride_} {}
 
   Canvas& paint(const PictureBox& box, const PaintScale& scale = kPixels, const TextDrawer& drawText = {}) {
-    fiar::paint(box.drawing(), box.BackColor, scale, view_, drawText);
+    fiar::paint(box.drawing(), box.BackColor, scale, view, drawText);
     return *this;
   }
 
-  std::uint32_t at(int x, int y) const { return view_.row(y)[x]; }
+  std::uint32_t& at(int x, int y) { return view.row(y)[x]; }
 
   bool isWhole() const {
-    const auto inside = static_cast<std::ptrdiff_t>(view_.width) * view_.height;
+    const auto inside = static_cast<std::ptrdiff_t>(view.width) * view.height;
     return std::count(pixels_.begin(), pixels_.end(), kCanary) == std::ssize(pixels_) - inside;
   }
 
   /// The sum of one channel of the pixels, in whole pixels of its full colour.
-  double area(int shift = kRed) const {
+  double area(int shift = kRed) {
     double sum = 0;
-    for (int y = 0; y < view_.height; ++y) {
-      for (int x = 0; x < view_.width; ++x) sum += static_cast<double>((at(x, y) >> shift) & 0xFF) / 255;
+    for (int y = 0; y < view.height; ++y) {
+      for (int x = 0; x < view.width; ++x) sum += static_cast<double>((at(x, y) >> shift) & 0xFF) / 255;
     }
     return sum;
   }
@@ -54,7 +58,9 @@ private:
   static constexpr int kMargin = 3;
   int stride_;
   std::vector<std::uint32_t> pixels_;
-  BitmapView view_;
+
+public:
+  BitmapView view;
 };
 
 PictureBox boxWith(int drawWidth, FillStyle style = FillStyle::Transparent, Color fill = kBlack) {
@@ -68,16 +74,10 @@ PictureBox boxWith(int drawWidth, FillStyle style = FillStyle::Transparent, Colo
 
 TEST(Painter, CirclesCoverTheirExactAreaWithNoSeamAndNoStray) {
   constexpr int kSize = 100;
-  struct Case {
-    float x, y, radius;
-    int width;
-  };
-  for (const auto& [x, y, radius, width] : {Case{50, 50, 19.92F, 2},
-                                            {50, 50, 4.5F, 2},
-                                            {50.5F, 50.5F, 20, 3},
-                                            {50.3F, 49.8F, 9.96F, 2},
-                                            {51.1F, 50.7F, 2.3F, 1},
-                                            {50.2F, 50.9F, 1.1F, 4}}) {
+  using Case = std::tuple<float, float, float, int>;
+  for (const auto& [x, y, radius, width] :
+       {Case(50, 50, 19.92F, 2), Case(50, 50, 4.5F, 2), Case(50.5F, 50.5F, 20, 3),
+        Case(50.3F, 49.8F, 9.96F, 2), Case(51.1F, 50.7F, 2.3F, 1), Case(50.2F, 50.9F, 1.1F, 4)}) {
     const double outer = radius + width / 2.0;
     const double inner = std::max(0.0, radius - width / 2.0);
     for (const bool filled : {true, false}) {
@@ -95,16 +95,12 @@ TEST(Painter, CirclesCoverTheirExactAreaWithNoSeamAndNoStray) {
         for (int column = 0; column < kSize; ++column) {
           const double distance = std::hypot(column + 0.5 - x, row + 0.5 - y);
           const bool betweenEdges = std::abs(distance - inner) > 0.6 && std::abs(distance - outer) > 0.6;
-          const std::uint32_t inside = filled ? 0x0000FF : 0x00FF00;
-          const std::uint32_t expected = distance > outer ? 0x00FF00 : distance > inner ? 0xFF0000 : inside;
+          const bool bare = distance > outer || (distance < inner && !filled);
+          const std::uint32_t expected = bare ? 0x00FF00 : distance > inner ? 0xFF0000 : 0x0000FF;
           // Where rim and filling meet, no green shines through.
-          const bool within = filled && distance < outer - 0.6;
-          const std::uint32_t mask = betweenEdges ? 0xFFFFFF : within ? 0x00FF00 : 0;
-          const std::uint32_t pixel = canvas.at(column, row);
-          ASSERT_EQ(pixel & mask, expected & mask) << column << ' ' << row;
-          if (x != 50 || y != 50) continue;
-          ASSERT_EQ(pixel, canvas.at(kSize - 1 - column, row));
-          ASSERT_EQ(pixel, canvas.at(row, column));
+          const bool inside = filled && distance < outer - 0.6;
+          const std::uint32_t mask = betweenEdges ? 0xFFFFFF : inside ? 0x00FF00 : 0;
+          ASSERT_EQ(canvas.at(column, row) & mask, expected & mask) << column << ' ' << row;
         }
       }
     }
@@ -130,31 +126,28 @@ TEST(Painter, GridLinesAreAlikeAtEveryScaleAndSeenInFullAtTheEdges) {
       ASSERT_EQ(canvas.at(0, 0) & canvas.at(pixels - 1, 0) & canvas.at(pixels - 1, pixels - 1), 0xFFFFFFU);
       if (pixels < cells * 4) continue;  // too small for gaps between the lines
 
-      // A row between two lines crosses all the others: their first pixels and widths tell everything.
-      const int between = lineWidth;
-      std::vector<int> starts;
-      for (int x = 0; x < pixels; ++x) {
-        ASSERT_EQ(canvas.at(x, between), canvas.at(between, x)) << x;
-        const bool lit = canvas.at(x, between) != 0;
-        if (lit && (x == 0 || canvas.at(x - 1, between) == 0)) starts.push_back(x);
-        ASSERT_EQ(lit, !starts.empty() && x < starts.back() + lineWidth) << x;
-      }
-      ASSERT_EQ(std::ssize(starts), cells + 1);
+      // A row between two lines crosses all the others.
+      std::vector<bool> lit(static_cast<std::size_t>(pixels));
       for (int i = 0; i <= cells; ++i) {
-        const double half = lineWidth / 2.0;
-        const double middle = std::clamp(kSide / 15 * scale * i / cells, half, pixels - half);
-        EXPECT_NEAR(starts[static_cast<std::size_t>(i)] + half, middle, 0.501) << i;
+        const double begin = kSide / 15 * scale * i / cells - lineWidth / 2.0;
+        const auto first = std::lround(std::clamp(begin, 0.0, static_cast<double>(pixels - lineWidth)));
+        std::fill_n(lit.begin() + first, lineWidth, true);
+      }
+      for (int x = 0; x < pixels; ++x) {
+        const std::uint32_t expected = lit[static_cast<std::size_t>(x)] ? 0xFFFFFF : 0;
+        ASSERT_EQ(canvas.at(x, lineWidth), expected) << x;
+        ASSERT_EQ(canvas.at(lineWidth, x), expected) << x;
       }
     }
   }
 }
 
 TEST(Painter, SlantedLinesCoverTheirLengthTimesWidthInEitherDirection) {
-  struct Case {
-    float x1, y1, x2, y2;
-  };
-  for (const auto& [x1, y1, x2, y2] :
-       {Case{20, 20, 80, 60}, {80, 60, 20, 20}, {80, 21, 20, 22}, {50, 10, 51.5F, 90}, {30, 80, 70, 40}}) {
+  for (const auto& [x1, y1, x2, y2] : {std::array<float, 4>{20, 20, 80, 60},
+                                       {80, 60, 20, 20},
+                                       {80, 21, 20, 22},
+                                       {50, 10, 51.5F, 90},
+                                       {30, 80, 70, 40}}) {
     PictureBox box = boxWith(3);
     box.Line(x1, y1, x2, y2, 0xFF);
     const double area = 3 * std::hypot(x2 - x1, y2 - y1) + std::numbers::pi * 1.5 * 1.5;
@@ -223,6 +216,40 @@ TEST(Painter, HandsTextsOverAtTheirPixelsOnTopOfWhatWasDrawnBefore) {
   EXPECT_EQ(seen, "five@20,21 @0,141 row@0,261 ");
   box.Cls();
   EXPECT_EQ(box.CurrentY, 0);
+}
+
+TEST(ImageScaler, KeepsPlainColoursAndWritesNothingBesideTheTarget) {
+  Canvas plain(31, 45);
+  for (int i = 0; i < 31 * 45; ++i) plain.at(i % 31, i / 31) = 0xFF12FE80;
+  for (const auto& [width, height] : {std::pair{1, 1}, {7, 5}, {31, 45}, {119, 157}, {40, 300}}) {
+    Canvas target(width, height);
+    scaleImage(plain.view, target.view);
+    for (int i = 0; i < width * height; ++i) ASSERT_EQ(target.at(i % width, i / width), 0x0012FE80U) << i;
+    EXPECT_TRUE(target.isWhole());
+  }
+  // No image leaves the target as it is, and no target is written.
+  Canvas untouched(3, 3);
+  scaleImage({}, untouched.view);
+  EXPECT_EQ(untouched.at(1, 1), kCanary);
+  scaleImage(plain.view, {});
+}
+
+TEST(ImageScaler, KeepsPlacesAndBrightnessAndStaysInRange) {
+  // A white upper left quarter, at half, at three times, at an odd and at its own size.
+  Canvas source(80, 60);
+  for (int i = 0; i < 80 * 60; ++i) source.at(i % 80, i / 80) = i % 80 < 40 && i / 80 < 30 ? kWhite : kBlack;
+  for (const auto& [width, height] : {std::pair{40, 30}, {240, 180}, {53, 41}, {80, 60}}) {
+    SCOPED_TRACE(width);
+    Canvas target(width, height);
+    scaleImage(source.view, target.view);
+    for (const int channel : {0, kGreenChannel, kRed}) {
+      EXPECT_NEAR(target.area(channel) / (width * height), 1 / 4.0, 1 / 255.0);
+    }
+    const int left = width * 2 / 5, right = width * 3 / 5, above = height * 2 / 5, below = height * 3 / 5;
+    EXPECT_EQ(target.at(left, above), 0x00FFFFFFU);
+    for (int x = 1; x < width; ++x) EXPECT_LE(target.at(x, above), target.at(x - 1, above)) << x;
+    EXPECT_EQ(target.at(right, above) | target.at(left, below), 0U);
+  }
 }
 
 }  // namespace
