@@ -45,6 +45,8 @@ TEST(TagReader, ReadsElements) {
       {"index too high", list, u"i[4]", u"absent", u""},
       {"index higher than any", list, u"i[1e999]", u"absent", u""},
       {"index with decimals", list, u"i[2.9]", u"2", u"a=\"2\""},
+      {"index with two signs", u"<i[+-2]>z</i[+-2]>", u"i[+-2]", u"z"},
+      {"index too small", u"<i[1e-999]>z</i[1e-999]>", u"i[1e-999]", u"z"},
       {"index 0 is part of the name", u"<i[0]>z</i[0]><i>1</i>", u"i[0]", u"z"},
       {"attributes", u"<a x=\"1\" y>z</a>", u"a", u"z", u"x=\"1\" y"},
       {"a tab ends no name", u"<a\tx>z</a>", u"a", u"absent", u""},

@@ -106,13 +106,23 @@ TEST_F(PicturesTest, ShowTheSmallCopyWhereItIsLargeEnough) {
   files[u"PICTURESMALL"] = shipped(u"PICTURE3");
   EXPECT_NE(shown(119, 157), large);
   EXPECT_EQ(shown(119, 158), larger);
-  // The picture itself can be missed before it is needed, and is refused where the most of it is cut off.
+  // The picture itself can be missed before it is needed.
   files.erase(u"PICTURE");
   EXPECT_NE(shown(119, 157), large);
   EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError);
-  for (const std::size_t length : {0U, 9U, 100U, 400U}) {
-    files[u"PICTURE"] = shipped(u"PICTURE2").substr(0, length);
-    EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError) << length;
+}
+
+TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
+  for (const auto& [name, step] : {std::pair{u"PICTURE2", 100U}, {u"BACKGROUNDSMALL", 500U}}) {
+    const std::string whole = shipped(name);
+    for (std::size_t length = 0; length < whole.size(); length += step) {
+      files[u"PICTURE"] = whole.substr(0, length);
+      try {
+        shown(40, 30);
+        EXPECT_GT(length, 400U) << toUtf8(name);
+      } catch (const PictureError&) {
+      }
+    }
   }
 }
 

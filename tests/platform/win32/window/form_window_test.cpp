@@ -137,7 +137,7 @@ TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {
   }
   std::string kinds;
   for (const PointerEvent& event : pointer) kinds += event.kind;
-  EXPECT_EQ(kinds, "mmmumu");
+  EXPECT_EQ(kinds, "mmuu");
   EXPECT_FLOAT_EQ(pointer.back().x, 975);
   EXPECT_FLOAT_EQ(pointer.back().y, 675);
   EXPECT_EQ(pointer.back().button, kLeftButton);
