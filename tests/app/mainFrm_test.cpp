@@ -119,6 +119,10 @@ TEST_F(MainWindow, ThePointersCellIsTheOneUnderIt) {
     EXPECT_EQ(game.srX, cell) << position;
     EXPECT_EQ(game.srY, cell) << position;
   }
+  // Before any grid has been drawn there is no cell.
+  game.cellWidth = 0;
+  window.boardPic.MouseMove(0, 0, 5000, 5000);
+  EXPECT_EQ(game.srX, 0);
 }
 
 TEST_F(MainWindow, SoundIsSwitchedByTheCheckBox) {
@@ -211,6 +215,8 @@ TEST_F(MainWindow, ATickWithNothingChangedDrawsTheSameAndNeitherEvaluatesNorAllo
   tick();
   game.attackWeights(0, 0) = 5;
   const DrawingList before = window.boardPic.drawing();
+  // The ring of the pointer lies on top of all, also of the one of the computer's last stone.
+  EXPECT_NE(before.commands.back().color, kWhite);
   const std::size_t allocations = test::allocationCount();
   tick();
   EXPECT_EQ(test::allocationCount() - allocations, 0U);
@@ -221,6 +227,11 @@ TEST_F(MainWindow, ATickWithNothingChangedDrawsTheSameAndNeitherEvaluatesNorAllo
   EXPECT_NE(game.attackWeights(0, 0), 5);
   EXPECT_EQ(game.lastMoveTime, machine.clock.seconds);
   EXPECT_EQ(game.lastCalcTime, machine.clock.seconds);
+  // Between games nothing is evaluated.
+  game.lastMoveTime = 1;
+  game.player = kNobody;
+  tick();
+  EXPECT_EQ(game.defenceWeights(0, 0), 0);
 }
 
 }  // namespace

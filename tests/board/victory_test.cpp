@@ -33,7 +33,8 @@ TEST(Victory, FindsTheFirstLineInScanOrder) {
   } cases[] = {
       {"four at the edge", {"......1111", "1", "1", "1", "1"}},
       {"a gap", {"111.11"}},
-      {"a line over the edge is none", {"........11", "111"}},
+      {"a line over the right edge is none", {"........11", "111"}},
+      {"a line over the lower edge is none", {".1", "", "", "", "", "", "1", "1", "1", "1"}},
       {"horizontal in the corner", {".....11111"}, kHuman, 5, 0, 1, 0},
       {"vertical", {"2", "2", "2", "2", "2"}, kComputer, 0, 0, 0, 1},
       {"falling", {"2", ".2", "..2", "...2", "....2"}, kComputer, 0, 0, 1, 1},
