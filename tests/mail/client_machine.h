@@ -8,13 +8,17 @@
 namespace fiar::test {
 
 /// This machine's pending events and the sockets that go with them, for the life of the process.
-PendingEvents& machineEvents();
-SocketFactory& machineSockets();
+struct ClientMachine {
+  PendingEvents& events;
+  SocketFactory& sockets;
+};
+ClientMachine clientMachine();
 
-/// How many descriptors, or handles and hidden windows, this process holds, as far as it can be told; a leak
-/// of hundreds shows.
-std::size_t openHandles();
-/// The process's own memory in bytes; 0 where a leak checker watches it instead.
-std::size_t privateMemory();
+/// What this process holds, as far as it can be told; a leak of hundreds shows.
+struct Holdings {
+  std::size_t handles;  ///< descriptors, or handles and hidden windows
+  std::size_t memory;   ///< its own, in bytes; 0 where a leak checker watches it instead
+};
+Holdings holdings();
 
 }  // namespace fiar::test

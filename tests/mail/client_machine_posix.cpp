@@ -6,31 +6,16 @@
 #include "platform/posix/posix_socket.h"
 
 namespace fiar::test {
-namespace {
 
-PosixEvents& events() {
-  static PosixEvents posixEvents;
-  return posixEvents;
+ClientMachine clientMachine() {
+  static PosixEvents events;
+  static PosixSockets sockets(events);
+  return {events, sockets};
 }
 
-}  // namespace
-
-PendingEvents& machineEvents() {
-  return events();
-}
-
-SocketFactory& machineSockets() {
-  static PosixSockets sockets(events());
-  return sockets;
-}
-
-std::size_t openHandles() {
+Holdings holdings() {
   const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-  return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
-}
-
-std::size_t privateMemory() {
-  return 0;
+  return {static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors))), 0};
 }
 
 }  // namespace fiar::test

@@ -7,29 +7,21 @@
 
 namespace fiar::test {
 
-PendingEvents& machineEvents() {
+ClientMachine clientMachine() {
   static win32::Win32Events events;
-  return events;
-}
-
-SocketFactory& machineSockets() {
   static win32::Win32Sockets sockets;
-  return sockets;
+  return {events, sockets};
 }
 
-std::size_t openHandles() {
+Holdings holdings() {
   // Handles are multiples of 4 from a table whose free places are used again. Windows are not in it.
   const win32::KernelHandle next(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-  std::size_t count = reinterpret_cast<std::size_t>(next.get()) / 4;
+  std::size_t handles = reinterpret_cast<std::size_t>(next.get()) / 4;
   HWND hidden = nullptr;
-  while ((hidden = FindWindowExW(HWND_MESSAGE, hidden, L"FiveInARowSocket", nullptr)) != nullptr) ++count;
-  return count;
-}
-
-std::size_t privateMemory() {
+  while ((hidden = FindWindowExW(HWND_MESSAGE, hidden, L"FiveInARowSocket", nullptr)) != nullptr) ++handles;
   PROCESS_MEMORY_COUNTERS counters{};
   GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-  return counters.PagefileUsage;
+  return {handles, counters.PagefileUsage};
 }
 
 }  // namespace fiar::test

@@ -34,35 +34,27 @@ Settings readSettings(const char* path) {
   return settings;
 }
 
-double realSeconds() {
-  const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
-  return time.count();
-}
-
-class FastClock final : public Clock {
+/// This machine's time and events, with seconds that pass faster.
+class FastTime final : public Clock, public PendingEvents {
 public:
-  explicit FastClock(double speed) : speed_(speed) {}
-  double timer() const override { return std::fmod((realSeconds() - start_) * speed_, 86400); }
+  explicit FastTime(double speed) : speed_(speed) {}
+
+  int waits = 0;
+
+  double timer() const override {
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start_;
+    return std::fmod(passed.count() * speed_, 86400);
+  }
   DateTime now() const override { return systemClock().now(); }
-
-private:
-  double speed_;
-  double start_ = realSeconds();
-};
-
-class FastEvents final : public PendingEvents {
-public:
-  explicit FastEvents(double speed) : speed_(speed) {}
-  int waits() const { return waits_; }
-  void process() override { machineEvents().process(); }
+  void process() override { clientMachine().events.process(); }
   void waitAndProcess(double seconds) override {
-    ++waits_;
-    machineEvents().waitAndProcess(seconds / speed_);
+    ++waits;
+    clientMachine().events.waitAndProcess(seconds / speed_);
   }
 
 private:
   double speed_;
-  int waits_ = 0;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 void setMessage(clsZantorMail& mail, const Settings& settings) {
@@ -84,27 +76,25 @@ void send(const Settings& settings) {
   constexpr int kWarmUp = 20;
   FakePlatform fake;
   MersenneTwister random;
-  const double speed = std::stod(settings.at("speed"));
-  const FastClock clock(speed);
-  FastEvents events(speed);
-  const Platform platform{clock,  CodePage::system(), fake.regional, fake.environment, fake.resources,
-                          random, fake.sound,         events,        fake.database,    &machineSockets()};
+  FastTime time(std::stod(settings.at("speed")));
+  const Platform platform{
+      time,   CodePage::system(), fake.regional, fake.environment, fake.resources,
+      random, fake.sound,         time,          fake.database,    &clientMachine().sockets};
   Toolkit toolkit(platform);
   toolkit.values().applicationFolder = fromUtf8(settings.at("folder"));
   setMessage(toolkit.mail(), settings);
 
   const int times = std::stoi(settings.at("times"));
   const auto print = [] {
-    std::printf("handles %zu\nobjects %zu\nmemory %zu\n", openHandles(), liveAllocationCount(),
-                privateMemory());
+    const auto [handles, memory] = holdings();
+    std::printf("handles %zu\nobjects %zu\nmemory %zu\n", handles, liveAllocationCount(), memory);
   };
-  const double start = realSeconds();
   for (int i = 0; i < times; ++i) {
     if (i == kWarmUp) print();
     if (toolkit.mail().SendMail()) std::puts("true");
   }
   print();
-  std::printf("seconds %.3f\nwaits %d\n", realSeconds() - start, events.waits());
+  std::printf("waits %d\n", time.waits);
 }
 
 }  // namespace
