@@ -158,9 +158,10 @@ class MailTest(unittest.TestCase):
         with SmtpServer() as server:
             printed, _ = self.send(server.port, times=200, debugScript="off", serverName="localhost")
             self.assertEqual(len(server.handler.envelopes), 200)
-        for name, tolerance in (("handles", 2), ("objects", 2), ("memory", 512 * 1024)):
-            early, late = printed[name]
-            self.assertLessEqual(late, early + tolerance, name)
+        # What leaks grows in both halves; what the system takes once, at any time, is no leak.
+        for name, tolerance in (("handles", 1), ("objects", 1), ("memory", 256 * 1024)):
+            early, middle, late = printed[name]
+            self.assertLessEqual(min(middle - early, late - middle), tolerance, printed)
 
     def test_servers_that_misbehave(self):
         def silent(connection):

@@ -90,7 +90,7 @@ void send(const Settings& settings) {
     std::printf("handles %zu\nobjects %zu\nmemory %zu\n", handles, liveAllocationCount(), memory);
   };
   for (int i = 0; i < times; ++i) {
-    if (i == kWarmUp) print();
+    if (i == kWarmUp || i == (kWarmUp + times) / 2) print();
     if (toolkit.mail().SendMail()) std::puts("true");
   }
   print();
