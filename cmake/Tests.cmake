@@ -31,19 +31,23 @@ function(fiar_add_tool_test name label)
 endfunction()
 
 # fiar_add_wine_test(NAME LABEL COMMAND...)
-# A test that runs COMMAND through tools/under-wine: a Windows program (.exe), or one that starts such with $WINE.
+# A test that runs COMMAND through tools/under-wine: a Windows program (.exe), or one that starts such with $WINE. Tests
+# of this kind run one at a time: Wine's desktop belongs to the first program on it, and has no windows for the others
+# if that one had no display.
 function(fiar_add_wine_test name label)
   fiar_add_tool_test(${name} ${label} ${PROJECT_SOURCE_DIR}/tools/under-wine ${ARGN})
+  if(TEST ${name})
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine)
+  endif()
 endfunction()
 
 # fiar_add_display_test(NAME COMMAND...)
-# A test with the label gui, whose COMMAND finds a virtual display in $DISPLAY and Wine in $WINE, both ready. Tests
-# of this kind run one at a time, so that none slows down what another one waits for.
+# The same with the label gui, whose COMMAND also finds a virtual display in $DISPLAY.
 function(fiar_add_display_test name)
   fiar_add_tool_test(${name} gui ${PROJECT_SOURCE_DIR}/tools/virtual-display ${PROJECT_SOURCE_DIR}/tools/under-wine
                      ${ARGN})
   if(TEST ${name})
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine)
   endif()
 endfunction()
 
