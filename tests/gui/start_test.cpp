@@ -114,7 +114,11 @@ TEST_P(FatallyDamaged, ProgramSaysSoOnceAndEnds) {
   EXPECT_EQ(boxes, 1);
   const std::string resource = GetParam().resource;
   EXPECT_NE(said.find(resource.substr(resource.find('#') + 1)), std::string::npos) << said;
-  desktop().screen.type(XK_Return);
+  // The display may still be about to give the box the keyboard.
+  EXPECT_TRUE(eventually([&] {
+    desktop().screen.type(XK_Return);
+    return desktop().probe.exitCode(program.process()).has_value();
+  }));
   EXPECT_EQ(program.exitCode(), 1);
 }
 
