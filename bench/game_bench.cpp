@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "platform/painter.h"
+#include "forms/painter.h"
 #include "support/boards.h"
 #include "support/loaded_toolkit.h"
 #include "support/obvious_evaluation.h"

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "app/mainFrm.h"
-#include "platform/painter.h"
+#include "forms/painter.h"
 #include "support/fake_platform.h"
 
 namespace {

@@ -5,10 +5,10 @@
 
 #include "board/board.h"
 #include "board/drawing.h"
+#include "forms/controls.h"
+#include "forms/form.h"
+#include "forms/picture_box.h"
 #include "opponent/evaluation.h"
-#include "platform/controls.h"
-#include "platform/form.h"
-#include "platform/picture_box.h"
 #include "toolkit/toolkit.h"
 
 namespace fiar {

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "board/board.h"
-#include "platform/picture_box.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "board/board.h"
-#include "platform/controls.h"
-#include "platform/picture_box.h"
+#include "forms/controls.h"
+#include "forms/picture_box.h"
 #include "platform/regional_format.h"
 
 namespace fiar {

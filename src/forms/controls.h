@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/color.h"
+#include "forms/color.h"
 #include "platform/text.h"
 
 namespace fiar {

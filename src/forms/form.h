@@ -3,8 +3,8 @@
 #include <variant>
 #include <vector>
 
-#include "platform/controls.h"
-#include "platform/picture_box.h"
+#include "forms/controls.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 

@@ -1,4 +1,4 @@
-#include "platform/image_scaler.h"
+#include "forms/image_scaler.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/bitmap.h"
+#include "forms/bitmap.h"
 
 namespace fiar {
 

@@ -1,4 +1,4 @@
-#include "platform/key_pointer.h"
+#include "forms/key_pointer.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/picture_box.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 

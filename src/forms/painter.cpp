@@ -1,4 +1,4 @@
-#include "platform/painter.h"
+#include "forms/painter.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "platform/bitmap.h"
-#include "platform/color.h"
-#include "platform/drawing_list.h"
+#include "forms/bitmap.h"
+#include "forms/color.h"
+#include "forms/drawing_list.h"
 #include "platform/text.h"
 
 namespace fiar {

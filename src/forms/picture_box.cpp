@@ -1,4 +1,4 @@
-#include "platform/picture_box.h"
+#include "forms/picture_box.h"
 
 #include <algorithm>
 

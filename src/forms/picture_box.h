@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "platform/color.h"
-#include "platform/controls.h"
-#include "platform/drawing_list.h"
+#include "forms/color.h"
+#include "forms/controls.h"
+#include "forms/drawing_list.h"
 #include "platform/text.h"
 
 namespace fiar {

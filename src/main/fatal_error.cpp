@@ -1,4 +1,4 @@
-#include "platform/win32/fatal_error.h"
+#include "main/fatal_error.h"
 
 #include <windows.h>
 
@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <exception>
 
-#include "platform/win32/wide_text.h"
+#include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {

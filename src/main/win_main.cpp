@@ -6,15 +6,15 @@
 
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
+#include "main/fatal_error.h"
 #include "platform/recorded_database.h"
-#include "platform/win32/com.h"
-#include "platform/win32/fatal_error.h"
-#include "platform/win32/form_window.h"
-#include "platform/win32/standard_controls.h"
-#include "platform/win32/win32_events.h"
-#include "platform/win32/win32_resources.h"
-#include "platform/win32/win32_socket.h"
-#include "platform/win32/win32_sound.h"
+#include "win32/services/events.h"
+#include "win32/services/resources.h"
+#include "win32/services/socket.h"
+#include "win32/services/sound.h"
+#include "win32/window/com.h"
+#include "win32/window/form_window.h"
+#include "win32/window/standard_controls.h"
 
 namespace fiar::win32 {
 namespace {

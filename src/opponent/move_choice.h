@@ -3,8 +3,8 @@
 #include <functional>
 
 #include "board/board.h"
+#include "forms/picture_box.h"
 #include "platform/clock.h"
-#include "platform/picture_box.h"
 #include "platform/random_generator.h"
 
 namespace fiar {

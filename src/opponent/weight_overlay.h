@@ -1,7 +1,7 @@
 #pragma once
 
 #include "board/board.h"
-#include "platform/picture_box.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/host_case.h"
+#include "platform/upper_case.h"
 
 namespace fiar {
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/win32/error.h"
+#include "win32/error.h"
 
 #include <array>
 
-#include "platform/win32/wide_text.h"
+#include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {

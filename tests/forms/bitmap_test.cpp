@@ -10,9 +10,9 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/image_scaler.h"
-#include "platform/painter.h"
-#include "platform/picture_box.h"
+#include "forms/image_scaler.h"
+#include "forms/painter.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 namespace {

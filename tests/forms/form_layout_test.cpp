@@ -1,11 +1,11 @@
-#include "platform/form_layout.h"
+#include "forms/form_layout.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <tuple>
 
-#include "platform/key_pointer.h"
+#include "forms/key_pointer.h"
 
 namespace fiar {
 namespace {

@@ -28,8 +28,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/error.h"
-#include "platform/win32/handle.h"
+#include "win32/error.h"
+#include "win32/handle.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "mail/client_machine.h"
-#include "platform/win32/win32_events.h"
-#include "platform/win32/win32_socket.h"
+#include "win32/services/events.h"
+#include "win32/services/socket.h"
 
 // After <windows.h>, which it needs.
 #include <psapi.h>

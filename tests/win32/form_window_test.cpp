@@ -1,6 +1,6 @@
 // Shows a small form in a real window, sends it messages, and looks at what the form was told.
 
-#include "platform/win32/form_window.h"
+#include "win32/window/form_window.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "platform/file_resources.h"
-#include "platform/win32/com.h"
-#include "platform/win32/win32_events.h"
 #include "support/allocation_count.h"
+#include "win32/services/events.h"
+#include "win32/window/com.h"
 
 namespace fiar::win32 {
 namespace {

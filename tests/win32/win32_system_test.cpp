@@ -9,15 +9,15 @@
 
 #include "platform/code_page.h"
 #include "platform/file_resources.h"
-#include "platform/win32/com.h"
-#include "platform/win32/error.h"
-#include "platform/win32/handle.h"
-#include "platform/win32/pictures.h"
-#include "platform/win32/wide_text.h"
-#include "platform/win32/win32_environment.h"
-#include "platform/win32/win32_events.h"
-#include "platform/win32/win32_resources.h"
-#include "platform/win32/win32_sound.h"
+#include "win32/error.h"
+#include "win32/handle.h"
+#include "win32/services/environment.h"
+#include "win32/services/events.h"
+#include "win32/services/resources.h"
+#include "win32/services/sound.h"
+#include "win32/wide_text.h"
+#include "win32/window/com.h"
+#include "win32/window/pictures.h"
 
 namespace fiar::win32 {
 namespace {

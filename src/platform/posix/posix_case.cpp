@@ -2,7 +2,7 @@
 #include <cwctype>
 #include <system_error>
 
-#include "platform/host_case.h"
+#include "platform/upper_case.h"
 
 namespace fiar {
 namespace {

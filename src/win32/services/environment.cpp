@@ -1,7 +1,7 @@
-#include "platform/win32/win32_environment.h"
+#include "win32/services/environment.h"
 
-#include "platform/win32/error.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
 
 namespace fiar {
 namespace win32 {

@@ -1,9 +1,9 @@
-#include "platform/win32/win32_events.h"
+#include "win32/services/events.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/win32/error.h"
+#include "win32/error.h"
 
 namespace fiar::win32 {
 namespace {

@@ -3,8 +3,8 @@
 #include <array>
 
 #include "platform/regional_format.h"
-#include "platform/win32/error.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
 
 namespace fiar {
 namespace {

@@ -1,9 +1,9 @@
-#include "platform/win32/win32_resources.h"
+#include "win32/services/resources.h"
 
 #include <windows.h>
 
-#include "platform/win32/error.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/win32/win32_socket.h"
+#include "win32/services/socket.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +6,8 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/win32/error.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {

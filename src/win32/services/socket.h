@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "platform/socket_control.h"
-#include "platform/win32/handle.h"
+#include "win32/handle.h"
 
 namespace fiar::win32 {
 

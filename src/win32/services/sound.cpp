@@ -1,4 +1,4 @@
-#include "platform/win32/win32_sound.h"
+#include "win32/services/sound.h"
 
 #include <windows.h>
 // After <windows.h>, whose types it uses.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/host_case.h"
-#include "platform/win32/error.h"
+#include "platform/upper_case.h"
+#include "win32/error.h"
 
 namespace fiar {
 

@@ -1,7 +1,7 @@
-#include "platform/win32/accessible_name.h"
+#include "win32/window/accessible_name.h"
 
-#include "platform/win32/com.h"
-#include "platform/win32/wide_text.h"
+#include "win32/wide_text.h"
+#include "win32/window/com.h"
 // After <windows.h>, whose types it uses; the first one makes the identifiers of the second one's interfaces
 // part of this file.
 #include <initguid.h>

@@ -1,12 +1,12 @@
-#include "platform/win32/check_mark.h"
+#include "win32/window/check_box_drawing.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/painter.h"
-#include "platform/picture_box.h"
-#include "platform/win32/fonts.h"
-#include "platform/win32/pixel_buffer.h"
+#include "forms/painter.h"
+#include "forms/picture_box.h"
+#include "win32/window/fonts.h"
+#include "win32/window/pixel_buffer.h"
 
 namespace fiar::win32 {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/color.h"
+#include "forms/color.h"
 #include "platform/text.h"
 
 namespace fiar::win32 {

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "platform/win32/error.h"
+#include "win32/error.h"
 
 namespace fiar::win32 {
 

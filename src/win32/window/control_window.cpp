@@ -1,8 +1,8 @@
-#include "platform/win32/control_window.h"
+#include "win32/window/control_window.h"
 
-#include "platform/win32/accessible_name.h"
-#include "platform/win32/picture_box_window.h"
-#include "platform/win32/standard_controls.h"
+#include "win32/window/accessible_name.h"
+#include "win32/window/picture_box_window.h"
+#include "win32/window/standard_controls.h"
 
 namespace fiar::win32 {
 namespace {

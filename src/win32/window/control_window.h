@@ -5,8 +5,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/form.h"
-#include "platform/form_layout.h"
+#include "forms/form.h"
+#include "forms/form_layout.h"
 
 namespace fiar::win32 {
 

@@ -1,4 +1,4 @@
-#include "platform/win32/event_gate.h"
+#include "win32/window/event_gate.h"
 
 #include <windows.h>
 

@@ -1,10 +1,10 @@
-#include "platform/win32/fonts.h"
+#include "win32/window/fonts.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/win32/error.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/win32/handle.h"
+#include "forms/controls.h"
+#include "win32/handle.h"
 
 namespace fiar::win32 {
 

@@ -1,13 +1,13 @@
-#include "platform/win32/form_window.h"
+#include "win32/window/form_window.h"
 
 #include <windowsx.h>
 
 #include <algorithm>
 #include <utility>
 
-#include "platform/win32/error.h"
-#include "platform/win32/keyboard.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
+#include "win32/window/keyboard.h"
 
 namespace fiar::win32 {
 namespace {

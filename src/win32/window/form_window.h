@@ -3,12 +3,12 @@
 #include <memory>
 #include <vector>
 
-#include "platform/form.h"
-#include "platform/form_layout.h"
+#include "forms/form.h"
+#include "forms/form_layout.h"
 #include "platform/resources.h"
-#include "platform/win32/control_window.h"
-#include "platform/win32/pictures.h"
-#include "platform/win32/window.h"
+#include "win32/window/control_window.h"
+#include "win32/window/pictures.h"
+#include "win32/window/window.h"
 
 namespace fiar::win32 {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/win32/error.h"
-#include "platform/win32/form_window.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
+#include "win32/window/form_window.h"
 
 namespace fiar::win32 {
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/win32/keyboard.h"
+#include "win32/window/keyboard.h"
 
 #include <algorithm>
 
-#include "platform/controls.h"
+#include "forms/controls.h"
 
 namespace fiar::win32 {
 namespace {

@@ -1,14 +1,14 @@
-#include "platform/win32/picture_box_window.h"
+#include "win32/window/picture_box_window.h"
 
 #include <windowsx.h>
 
 #include <cmath>
 
-#include "platform/win32/error.h"
-#include "platform/win32/fonts.h"
-#include "platform/win32/keyboard.h"
-#include "platform/win32/pictures.h"
-#include "platform/win32/wide_text.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
+#include "win32/window/fonts.h"
+#include "win32/window/keyboard.h"
+#include "win32/window/pictures.h"
 
 namespace fiar::win32 {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include "platform/key_pointer.h"
-#include "platform/painter.h"
-#include "platform/picture_box.h"
-#include "platform/win32/control_window.h"
-#include "platform/win32/pixel_buffer.h"
-#include "platform/win32/window.h"
+#include "forms/key_pointer.h"
+#include "forms/painter.h"
+#include "forms/picture_box.h"
+#include "win32/window/control_window.h"
+#include "win32/window/pixel_buffer.h"
+#include "win32/window/window.h"
 
 namespace fiar::win32 {
 

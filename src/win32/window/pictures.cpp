@@ -1,10 +1,10 @@
-#include "platform/win32/pictures.h"
+#include "win32/window/pictures.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "platform/image_scaler.h"
-#include "platform/win32/com.h"
+#include "forms/image_scaler.h"
+#include "win32/window/com.h"
 // After <windows.h>, whose types it uses.
 #include <wincodec.h>
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/bitmap.h"
-#include "platform/controls.h"
+#include "forms/bitmap.h"
+#include "forms/controls.h"
 #include "platform/resources.h"
 
 namespace fiar::win32 {

@@ -1,8 +1,8 @@
-#include "platform/win32/pixel_buffer.h"
+#include "win32/window/pixel_buffer.h"
 
 #include <algorithm>
 
-#include "platform/win32/error.h"
+#include "win32/error.h"
 
 namespace fiar::win32 {
 

@@ -4,9 +4,9 @@
 
 #include <optional>
 
-#include "platform/bitmap.h"
-#include "platform/form_layout.h"
-#include "platform/win32/handle.h"
+#include "forms/bitmap.h"
+#include "forms/form_layout.h"
+#include "win32/handle.h"
 
 namespace fiar::win32 {
 

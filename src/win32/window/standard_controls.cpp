@@ -1,18 +1,18 @@
-#include "platform/win32/standard_controls.h"
+#include "win32/window/standard_controls.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/win32/accessible_name.h"
-#include "platform/win32/check_mark.h"
-#include "platform/win32/error.h"
-#include "platform/win32/event_gate.h"
-#include "platform/win32/fonts.h"
-#include "platform/win32/pixel_buffer.h"
-#include "platform/win32/wide_text.h"
-#include "platform/win32/window.h"
+#include "win32/error.h"
+#include "win32/wide_text.h"
+#include "win32/window/accessible_name.h"
+#include "win32/window/check_box_drawing.h"
+#include "win32/window/event_gate.h"
+#include "win32/window/fonts.h"
+#include "win32/window/pixel_buffer.h"
+#include "win32/window/window.h"
 
 namespace fiar::win32 {
 namespace {

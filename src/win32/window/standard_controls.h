@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/win32/control_window.h"
-#include "platform/win32/handle.h"
+#include "win32/handle.h"
+#include "win32/window/control_window.h"
 
 namespace fiar::win32 {
 

@@ -1,7 +1,7 @@
-#include "platform/win32/window.h"
+#include "win32/window/window.h"
 
-#include "platform/win32/control_window.h"
-#include "platform/win32/error.h"
+#include "win32/error.h"
+#include "win32/window/control_window.h"
 
 namespace fiar::win32 {
 namespace {

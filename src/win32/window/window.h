@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-#include "platform/form_layout.h"
-#include "platform/win32/event_gate.h"
-#include "platform/win32/handle.h"
+#include "forms/form_layout.h"
+#include "win32/handle.h"
+#include "win32/window/event_gate.h"
 
 namespace fiar::win32 {
 
