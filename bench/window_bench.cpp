@@ -68,7 +68,7 @@ int showFullBoard() {
                           database,
                           nullptr};
   Toolkit toolkit(platform);
-  mainFrm mainWindow(platform, toolkit);
+  mainFrm mainWindow(toolkit);
   FormWindow window(mainWindow.form, gate, resources);
   mainWindow.Combo1.setListIndex(3);
   window.show(SW_SHOWNORMAL);

@@ -82,7 +82,7 @@ int run(std::span<char*> arguments) {
   machine.resources.loadRealOnes = true;
   machine.random.afterwards = 0.5;
   fiar::Toolkit toolkit(machine.platform);
-  fiar::mainFrm window(machine.platform, toolkit);
+  fiar::mainFrm window(toolkit);
   window.form.Load();
   window.Combo1.setListIndex(number(4, 0));
   play(window, static_cast<unsigned>(number(2, 1)), number(3, 12));

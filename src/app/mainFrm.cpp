@@ -11,9 +11,17 @@
 namespace fiar {
 namespace {
 
-constexpr std::array<double, 4> kBoardSizes{10, 15, 20, 30};
-constexpr double kFirstSize = 15;
+/// A board size with its text in the list.
+struct BoardSize {
+  double cells;
+  TextView item;
+};
+
+constexpr std::array<BoardSize, 4> kBoardSizes{
+    {{10, u"10 x 10"}, {15, u"15 x 15"}, {20, u"20 x 20"}, {30, u"30 x 30"}}};
 constexpr int kFirstSizeIndex = 1;
+// The size after loading, whatever the list says.
+constexpr int kFirstSize = 15;
 // The width of the board's lines once the window has been loaded.
 constexpr int kBoardDrawWidth = 2;
 
@@ -21,15 +29,18 @@ constexpr int kBoardDrawWidth = 2;
 double cellAt(float position, double cellSize) {
   const std::int32_t size = roundToEven(cellSize);
   if (size <= 0) return 0;
-  // Deliberate: whole numbers, whose quotient is cut off toward zero.
+  // Deliberate: truncated toward zero instead of rounded down, so the first cell also reaches a cell's width
+  // beyond the edge.
   const std::int32_t cell = roundToEven(static_cast<double>(position)) / size;
   return cell;
 }
 
 }  // namespace
 
-mainFrm::mainFrm(const Platform& platform, Toolkit& toolkit)
-    : platform_(platform), toolkit_(toolkit), patternWeights_(toolkit.variables(), platform.regional) {
+mainFrm::mainFrm(Toolkit& toolkit)
+    : toolkit_(toolkit),
+      platform_(toolkit.platform()),
+      patternWeights_(toolkit.variables(), toolkit.platform().regional) {
   designControls();
   connectEvents();
 }
@@ -49,13 +60,13 @@ void mainFrm::Form_Load() {
   game.lastMoveTime = platform_.clock.timer();
   game.firstMoveFlag = true;
   game.soundOn = true;
-  for (const TextView item : {u"10 x 10", u"15 x 15", u"20 x 20", u"30 x 30"}) Combo1.AddItem(item);
-  // Raises Combo1_Click and with it a whole new game; what follows ends that game but keeps whose turn it is
-  // to open the next.
+  for (const BoardSize& size : kBoardSizes) Combo1.AddItem(size.item);
+  // Raises Combo1_Click and so starts a whole new game. What follows ends that game again, but the human now
+  // opens the next one.
   Combo1.setListIndex(kFirstSizeIndex);
   game.boardCols = kFirstSize;
   game.boardRows = kFirstSize;
-  game.board.reset(static_cast<int>(kFirstSize), static_cast<int>(kFirstSize));
+  game.board.reset(kFirstSize, kFirstSize);
   resetGrid(game, game.winMarks);
   resetGrid(game, game.attackWeights);
   resetGrid(game, game.defenceWeights);
@@ -87,7 +98,7 @@ void mainFrm::Command1_Click() {
 void mainFrm::Combo1_Click() {
   const int index = Combo1.ListIndex();
   if (index >= 0 && index < static_cast<int>(kBoardSizes.size())) {
-    game.boardCols = kBoardSizes[static_cast<std::size_t>(index)];
+    game.boardCols = kBoardSizes[static_cast<std::size_t>(index)].cells;
     game.boardRows = game.boardCols;
   }
   Command1_Click();
@@ -108,7 +119,7 @@ void mainFrm::Timer1_Timer() {
 void mainFrm::printDiagnostics() {
   debugPic.Cls();
   const auto print = [this](TextView name, double value) {
-    // A text in place: a tick allocates nothing.
+    // On the stack, so that a tick allocates nothing.
     std::array<char16_t, 2 * RegionalFormat::kMaxNumberLength> line{};
     std::array<char16_t, RegionalFormat::kMaxNumberLength> number{};
     const TextView text = platform_.regional.numberText(value, number);
@@ -136,14 +147,14 @@ void mainFrm::refreshEvaluation() {
   if (game.player != kNobody) evaluateBothSides();
 }
 
-/// The side on move first: a marker of the other side may then replace one of its own.
+// The side on move first: where both complete five, the other side's marker replaces its own.
 void mainFrm::evaluateBothSides() {
   CalcUtezi2(game.player);
   CalcUtezi2(game.player == kHuman ? kComputer : kHuman);
 }
 
 void mainFrm::playComputersTurn() {
-  // Also right after a refresh, whose sums are then doubled.
+  // Deliberate: not skipped right after a refresh, which doubles the sums.
   evaluateBothSides();
   playNextMove();
   game.player = kHuman;
@@ -160,14 +171,15 @@ void mainFrm::boardPic_MouseUp(int button, int shift) {
   if (button != kLeftButton || shift != 0) return;
   const std::int32_t column = roundToEven(game.srX);
   const std::int32_t row = roundToEven(game.srY);
-  // The pointer was dragged off the board.
+  // Outside after the pointer was dragged off the board.
   if (!game.board.contains(column, row)) return;
   if (game.board(column, row) != kNobody) {
     if (game.soundOn) playWave(errorSound);
     return;
   }
   game.board(column, row) = game.player;
-  // Deliberate: a click before the computer's tick places the computer's stone and gives the move back.
+  // Deliberate: a click before the computer's tick is not ignored. It places the computer's stone and gives
+  // the move back to the human.
   if (game.player == kHuman) {
     if (game.soundOn) playWave(tapSound);
     game.player = kComputer;

@@ -18,8 +18,8 @@ namespace fiar {
 class mainFrm {
 public:
   /// Lays the controls out; nothing is loaded before `form.Load`.
-  /// \param platform the machine; \param toolkit the process's toolkit. Both outlive the window.
-  mainFrm(const Platform& platform, Toolkit& toolkit);
+  /// \param toolkit the process's toolkit with its machine; outlives the window.
+  explicit mainFrm(Toolkit& toolkit);
   mainFrm(const mainFrm&) = delete;
   mainFrm& operator=(const mainFrm&) = delete;
   mainFrm(mainFrm&&) = delete;
@@ -90,8 +90,8 @@ private:
   void playComputersTurn();
   StoneColors stoneColors() const { return {redColorPic, blueColorPic}; }
 
-  Platform platform_;
   Toolkit& toolkit_;
+  const Platform& platform_;
   PatternWeights patternWeights_;
 };
 

@@ -20,7 +20,7 @@ Color swatchColor(double code, const StoneColors& colors, std::size_t swatch) {
 }
 
 void drawStone(const Board& board, PictureBox& boardPic, int column, int row, Color fill, Color rim) {
-  // Deliberate: the colour alone decides, so a black swatch hides its side's stones.
+  // Deliberate: the colour decides, not the cell code, so a black swatch hides its side's stones.
   if (fill == 0) return;
   boardPic.FillColor = fill;
   drawCellCircle(board, boardPic, column, row, rim);

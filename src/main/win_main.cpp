@@ -44,7 +44,7 @@ int run(int showCommand) {
                           &sockets};
 
   Toolkit toolkit(platform);
-  mainFrm mainWindow(platform, toolkit);
+  mainFrm mainWindow(toolkit);
   std::unique_ptr<FormWindow> window;
   startUpMod::ProgramValues values;
   startUpMod::Main(toolkit, values, [&] {

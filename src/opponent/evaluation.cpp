@@ -80,7 +80,7 @@ CellScores scoresOf(const Windows& stones, const LineScores& scores) {
   return result;
 }
 
-/// Takes out the lines on which stones stand that make a pattern unknown.
+/// Drops the scores of lines with stones that no pattern of the table has.
 void dropLines(CellScores& scores, const Windows& strangers) {
   for (std::size_t axis = 0; axis < kAxes; ++axis) {
     if (strangers[axis] != 0) scores[axis] = scores[axis + kAxes] = 0;
@@ -97,7 +97,7 @@ void addAttack(const CellScores& scores, double& attack) {
 void addDefence(const CellScores& scores, double& attack, double& defence) {
   for (const double score : scores) {
     defence += score;
-    // Deliberate: the marker goes to the attack, where it makes the cell one that must be played.
+    // Deliberate: the marker goes to the attack, not to the defence: the cell must be played.
     if (defence > kFiveThreshold) attack = kBlockMarker;
   }
 }

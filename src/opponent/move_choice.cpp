@@ -1,5 +1,7 @@
 #include "opponent/move_choice.h"
 
+#include <algorithm>
+
 #include "board/drawing.h"
 
 namespace fiar {
@@ -39,12 +41,13 @@ void forEachBestCell(const Board& board, double best, Visit visit) {
   });
 }
 
-/// A number from 1 to `count`.
+/// A number from 1 to `count`; 0 for a count of 0.
 int drawNumber(int count, const Clock& clock, RandomGenerator& random) {
   random.seed(clock.timer());
   const double r = random.next();
   random.seed(clock.timer() * r * kSeedFactor);
-  return static_cast<int>(random.next() * count + 1);
+  // For the largest numbers below 1 the sum may round up to the next whole number.
+  return std::min(static_cast<int>(random.next() * count + 1), count);
 }
 
 }  // namespace

@@ -45,21 +45,12 @@ int weightOf(TextView key) {
   return weight;
 }
 
-/// Takes the text up to a separator off the front of `rest`; all of it where there is none.
-TextView takePiece(TextView& rest, TextView separator) {
-  const std::size_t end = rest.find(separator);
-  const TextView piece = rest.substr(0, end);
-  rest.remove_prefix(end == TextView::npos ? rest.size() : end + separator.size());
-  return piece;
-}
-
 void loadLine(TextView line, Toolkit& toolkit) {
-  if (line.find(kComma) == TextView::npos) throw PatternTableError("a line has no comma: " + toUtf8(line));
-  TextView rest = line;
-  const TextView key = takePiece(rest, kComma);
-  const auto weight = toolkit.platform().regional.number(takePiece(rest, kComma));
+  const std::vector<TextView> pieces = split(line, kComma);
+  if (pieces.size() < 2) throw PatternTableError("a line has no comma: " + toUtf8(line));
+  const auto weight = toolkit.platform().regional.number(pieces[1]);
   if (!weight) throw PatternTableError("a weight is no number: " + toUtf8(line));
-  toolkit.variables().setVar(key, *weight);
+  toolkit.variables().setVar(pieces[0], *weight);
 }
 
 }  // namespace
@@ -74,13 +65,7 @@ Text patternKey(int n) {
 
 void loadPatternTable(std::string_view bytes, Toolkit& toolkit) {
   const Text table = toolkit.platform().codePage.decode(bytes);
-  TextView rest = table;
-  // A line end at the very end is followed by one more, empty line.
-  bool more = true;
-  while (more) {
-    more = rest.find(kLineEnd) != TextView::npos;
-    loadLine(takePiece(rest, kLineEnd), toolkit);
-  }
+  for (const TextView line : split(table, kLineEnd)) loadLine(line, toolkit);
 }
 
 void genUtezi(Toolkit& toolkit) {

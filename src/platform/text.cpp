@@ -154,6 +154,16 @@ TextView trimSpaces(TextView text) {
   return text.substr(first, text.find_last_not_of(u' ') - first + 1);
 }
 
+std::vector<TextView> split(TextView text, TextView separator) {
+  std::vector<TextView> pieces;
+  for (std::size_t end = text.find(separator); end != TextView::npos; end = text.find(separator)) {
+    pieces.push_back(text.substr(0, end));
+    text.remove_prefix(end + separator.size());
+  }
+  pieces.push_back(text);
+  return pieces;
+}
+
 std::string toUtf8(TextView text) {
   std::string bytes;
   bytes.reserve(text.size());

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fiar {
 
@@ -24,6 +25,10 @@ std::size_t hashIgnoringCase(TextView text);
 
 /// The text without leading and trailing spaces (U+0020 only: tabs and line ends stay).
 TextView trimSpaces(TextView text);
+
+/// The pieces of a text between the separators (not empty), empty ones included; at least one. They refer to
+/// the text.
+std::vector<TextView> split(TextView text, TextView separator);
 
 /// UTF-8 form, for messages and tests; an unpaired surrogate becomes U+FFFD.
 std::string toUtf8(TextView text);

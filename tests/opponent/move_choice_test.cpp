@@ -34,7 +34,8 @@ TEST_F(MoveChoice, DrawsOneOfTheBestCellsInTheOrderOfColumnsThenRows) {
               {{{3, 7}}, 0.9999, {3, 7}},
               {{{4, 1}, {2, 8}, {4, 5}}, 0.33, {2, 8}},
               {{{4, 1}, {2, 8}, {4, 5}}, 0.34, {4, 1}},
-              {{{4, 1}, {2, 8}, {4, 5}}, 0.67, {4, 5}}};
+              {{{4, 1}, {2, 8}, {4, 5}}, 0.67, {4, 5}},
+              {{{4, 1}, {2, 8}}, 1 - 0x1p-53, {4, 1}}};
   clock.seconds = 1000;
   for (const auto& [best, drawn, expected] : rows) {
     SCOPED_TRACE(drawn);

@@ -8,7 +8,7 @@ namespace fiar::test {
 /// The game's window on a fake machine, driven by events alone; each of them takes some time. Nothing is
 /// loaded before load().
 struct RunningGame : FakeToolkit {
-  mainFrm window{machine.platform, toolkit};
+  mainFrm window{toolkit};
   Board& game = window.game;
 
   RunningGame() { machine.resources.loadRealOnes = true; }
