@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "forms/units.h"
+
 namespace fiar {
 namespace {
-
-constexpr double kTwipsPerInch = 1440;
 
 int toPixels(double twips, double scale) {
   return static_cast<int>(std::lround(twips * scale));

@@ -5,6 +5,7 @@
 #include "forms/bitmap.h"
 #include "forms/color.h"
 #include "forms/drawing_list.h"
+#include "forms/units.h"
 #include "platform/text.h"
 
 namespace fiar {
@@ -14,7 +15,7 @@ using TextDrawer = std::function<void(const BitmapView& target, TextView text, i
 
 /// How the units of a picture box become pixels.
 struct PaintScale {
-  double pixelsPerTwip = 1.0 / 15;
+  double pixelsPerTwip = 1 / kTwipsPerPixel;
   double pixelsPerDrawWidth = 1;  ///< width in pixels of a line of DrawWidth 1
 };
 

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
+#include "forms/units.h"
+
 namespace fiar {
 namespace {
 
-constexpr float kTwipsPerPoint = 20;
 // Distance between the lines of a text, as a multiple of the font's size.
-constexpr float kLineSpacing = 1.2F;
+constexpr double kLineSpacing = 1.2;
 
 std::uint16_t lineWidth(int drawWidth) {
   return static_cast<std::uint16_t>(std::clamp(drawWidth, 1, 1000));
@@ -53,7 +54,7 @@ void PictureBox::Print(TextView text) {
                                .textLength = static_cast<std::uint32_t>(text.size())});
   drawing_.characters.insert(drawing_.characters.end(), text.begin(), text.end());
   CurrentX = 0;
-  CurrentY += static_cast<float>(Font.points) * kTwipsPerPoint * kLineSpacing;
+  CurrentY += static_cast<float>(Font.points * kTwipsPerPoint * kLineSpacing);
 }
 
 }  // namespace fiar
