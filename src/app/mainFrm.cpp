@@ -40,7 +40,8 @@ double cellAt(float position, double cellSize) {
 mainFrm::mainFrm(Toolkit& toolkit)
     : toolkit_(toolkit),
       platform_(toolkit.platform()),
-      patternWeights_(toolkit.variables(), toolkit.platform().regional) {
+      patternWeights_(toolkit.variables(), platform_.regional),
+      description_(platform_.regional) {
   designControls();
   connectEvents();
 }
@@ -114,6 +115,7 @@ void mainFrm::Timer1_Timer() {
   if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();
   if (game.player == kNobody && !Command1.Visible) Command1.Visible = true;
   if (game.player == kComputer) playComputersTurn();
+  describeBoard();
 }
 
 void mainFrm::printDiagnostics() {
@@ -129,6 +131,11 @@ void mainFrm::printDiagnostics() {
   print(u"srX = ", game.srX);
   print(u"srY = ", game.srY);
   print(u"player = ", game.player);
+}
+
+void mainFrm::describeBoard() {
+  const Text& description = description_.update(game);
+  if (boardPic.AccessibleName != description) boardPic.AccessibleName = description;
 }
 
 void mainFrm::redraw() {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "board/board.h"
+#include "board/description.h"
 #include "board/drawing.h"
 #include "forms/controls.h"
 #include "forms/form.h"
@@ -84,6 +85,7 @@ private:
   void boardPic_MouseUp(int button, int shift);
 
   void printDiagnostics();
+  void describeBoard();
   void redraw();
   void refreshEvaluation();
   void evaluateBothSides();
@@ -93,6 +95,7 @@ private:
   Toolkit& toolkit_;
   const Platform& platform_;
   PatternWeights patternWeights_;
+  BoardDescription description_;
 };
 
 }  // namespace fiar

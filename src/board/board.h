@@ -53,6 +53,8 @@ struct CellPoint {
   bool operator==(const CellPoint&) const = default;
 };
 
+inline constexpr CellPoint kNoCell{-1, -1};
+
 /// The game's whole state. All quantities are doubles, also where they only hold whole numbers.
 struct Board {
   Grid board;           ///< the stone in each cell (cell code)

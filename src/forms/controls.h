@@ -35,7 +35,7 @@ struct Control {
   double Height = 0;
   bool Visible = true;
   const PictureBox* Container = nullptr;  ///< the picture box that it lies in; none: the form itself
-  TextView AccessibleName;                ///< what a screen reader says; empty: the caption
+  Text AccessibleName;                    ///< what a screen reader says; empty: the caption
 };
 
 struct Label : Control {

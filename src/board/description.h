@@ -1,0 +1,39 @@
+#pragma once
+
+#include "board/board.h"
+#include "platform/regional_format.h"
+#include "platform/text.h"
+
+namespace fiar {
+
+/// The board in words, for players who hear the game: where the ring is, and what has just happened.
+class BoardDescription {
+public:
+  /// \param regional how numbers are written; outlives the description.
+  explicit BoardDescription(const RegionalFormat& regional) : regional_(regional) {}
+
+  /// Describes the position: "Column 8, row 7, empty" (or "red", "blue"; columns and rows count from 1 at the
+  /// top left), or "Outside the board". As long as the ring stays where it is, "Blue to column 7, row 6."
+  /// comes first after the computer's move, and at the end of a game "You won" or "The computer won" stands
+  /// alone. The result is valid until the next call. Allocates only where it is longer than ever before.
+  const Text& update(const Board& board);
+
+private:
+  struct News {
+    double winner = kNobody;
+    CellPoint computersMove = kNoCell;
+
+    bool operator==(const News&) const = default;
+  };
+
+  static News newsOf(const Board& board);
+  void addCell(TextView column, CellPoint cell);
+
+  const RegionalFormat& regional_;
+  CellPoint ring_;             ///< where the ring was at the last update
+  News news_;                  ///< what the last update found
+  bool newsAreFresh_ = false;  ///< the ring has not moved since
+  Text text_;
+};
+
+}  // namespace fiar
