@@ -57,6 +57,11 @@ protected:
   void mouse(UINT message, WPARAM keys, int x, int y) {
     SendMessageW(boardWindow(), message, keys, MAKELPARAM(x, y));
   }
+  std::string kinds() const {
+    std::string all;
+    for (const PointerEvent& event : pointer) all += event.kind;
+    return all;
+  }
   bool dealsWithKey(WPARAM key) { return window->dealsWith({GetFocus(), WM_KEYDOWN, key, 1, 0, {}}); }
 
   ComApartment apartment;
@@ -116,16 +121,33 @@ TEST_F(FormWindowTest, TheMouseBecomesPointerEventsInTwips) {
   // What is pressed inside counts outside, too, until another window takes the mouse away.
   mouse(WM_LBUTTONDOWN, MK_LBUTTON, 10, 10);
   EXPECT_EQ(GetCapture(), boardWindow());
+  mouse(WM_MOUSEMOVE, MK_LBUTTON, -20, 10);
   mouse(WM_LBUTTONUP, MK_CONTROL, -20, 10);
   EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(kinds(), "mmu");
   EXPECT_LT(pointer.back().x, 0);
+  EXPECT_EQ(pointer[1].button, kLeftButton);
   EXPECT_EQ(pointer.back().button, kLeftButton);
   EXPECT_EQ(pointer.back().shift, kCtrlKey);
-  mouse(WM_LBUTTONDOWN, MK_LBUTTON, 10, 10);
-  EXPECT_EQ(pointer.back().button, kLeftButton);
-  ReleaseCapture();
-  mouse(WM_MOUSEMOVE, 0, 12, 12);
-  EXPECT_EQ(pointer.back().button, 0);
+  // A picture that hears nothing of the mouse leaves it to the others.
+  SendMessageW(inside(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 10));
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(FormWindowTest, AClickHitsThePlaceThatWasLastReported) {
+  mouse(WM_MOUSEMOVE, 0, 75, 75);
+  SendMessageW(boardWindow(), WM_KEYDOWN, VK_RIGHT, 1);
+  const PointerEvent ring = pointer.back();
+  // The system reports a mouse that rests, too.
+  mouse(WM_MOUSEMOVE, 0, 75, 75);
+  mouse(WM_LBUTTONDOWN, MK_LBUTTON, 75, 75);
+  mouse(WM_LBUTTONUP, 0, 75, 75);
+  EXPECT_EQ(kinds(), "mmu");
+  EXPECT_EQ(pointer.back().x, ring.x);
+  // One that has been away has moved, though it comes back to the very place.
+  mouse(WM_MOUSELEAVE, 0, 0, 0);
+  mouse(WM_MOUSEMOVE, 0, 75, 75);
+  EXPECT_EQ(kinds(), "mmum");
 }
 
 TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {
@@ -135,9 +157,7 @@ TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {
                                    Key{VK_SPACE, kHeld}, Key{'A', 1}}) {
     SendMessageW(boardWindow(), WM_KEYDOWN, key, flags);
   }
-  std::string kinds;
-  for (const PointerEvent& event : pointer) kinds += event.kind;
-  EXPECT_EQ(kinds, "mmuu");
+  EXPECT_EQ(kinds(), "mmuu");
   EXPECT_FLOAT_EQ(pointer.back().x, 975);
   EXPECT_FLOAT_EQ(pointer.back().y, 675);
   EXPECT_EQ(pointer.back().button, kLeftButton);
@@ -174,19 +194,32 @@ TEST_F(FormWindowTest, AnExceptionOfAHandlerEndsTheLoopAndNothingIsRaisedAfterIt
   EXPECT_THROW(gate.rethrowFailure(), std::runtime_error);
 }
 
-TEST_F(FormWindowTest, ClosingWhileAHandlerWaitsLetsItFinish) {
+// A mail under way goes out whole: its socket is told what happens through a window of its own.
+TEST_F(FormWindowTest, ClosingWhileAHandlerWaitsLetsItHaveItsMessagesAndFinish) {
+  static int received;
+  received = 0;
+  const WindowHandle socket(require(
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr), "create"));
+  const auto procedure = [](HWND handle, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+    if (message == WM_APP) ++received;
+    return DefWindowProcW(handle, message, wParam, lParam);
+  };
+  SetWindowLongPtrW(socket.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(+procedure));
   Win32Events events;
-  bool finished = false;
   int ticks = 0;
   clock.Tick = [&] { ++ticks; };
   button.Click = [&] {
     PostMessageW(top(), WM_CLOSE, 0, 0);
     events.waitAndProcess(1);
-    finished = true;
+    EXPECT_FALSE(IsWindowVisible(top()));
+    tick();
+    for (int turns = 0; received < 3 && turns < 10; ++turns) {
+      PostMessageW(socket.get(), WM_APP, 0, 0);
+      events.waitAndProcess(1);
+    }
   };
   click();
-  EXPECT_TRUE(finished);
-  tick();
+  EXPECT_EQ(received, 3);
   EXPECT_EQ(ticks, 0);
   EXPECT_EQ(events.runUntilQuit(), EXIT_SUCCESS);
   EXPECT_NO_THROW(gate.rethrowFailure());

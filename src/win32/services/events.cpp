@@ -27,37 +27,31 @@ void Win32Events::process() {
   // moment is left for the next time.
   const DWORD start = GetTickCount();
   MSG message{};
-  while (!quitting_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-    if (message.message == WM_QUIT) {
-      quitting_ = true;
-      PostQuitMessage(static_cast<int>(message.wParam));
-      return;
-    }
-    dispatch(message);
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    receive(message);
     if (isAfter(message.time, start)) return;
   }
 }
 
 void Win32Events::waitAndProcess(double seconds) {
-  // The request to quit waits in the queue and would end every wait at once.
-  if (quitting_) {
-    Sleep(milliseconds(seconds));
-    return;
-  }
   MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds(seconds), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
   process();
 }
 
-int Win32Events::runUntilQuit() const {
+int Win32Events::runUntilQuit() {
   MSG message{};
-  for (BOOL received = 0; (received = GetMessageW(&message, nullptr, 0, 0)) != 0;) {
-    if (received < 0) throwLastError("GetMessage");
-    dispatch(message);
+  while (!exitCode_) {
+    if (GetMessageW(&message, nullptr, 0, 0) < 0) throwLastError("GetMessage");
+    receive(message);
   }
-  return static_cast<int>(message.wParam);
+  return *exitCode_;
 }
 
-void Win32Events::dispatch(MSG& message) const {
+void Win32Events::receive(const MSG& message) {
+  if (message.message == WM_QUIT) {
+    if (!exitCode_) exitCode_ = static_cast<int>(message.wParam);
+    return;
+  }
   if (filter_ && filter_(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);

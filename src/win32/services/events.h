@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 
 #include "platform/pending_events.h"
 
@@ -13,22 +14,22 @@ class Win32Events final : public PendingEvents {
 public:
   /// Sees each message before it is dispatched and returns true for one that it has dealt with, as dialog
   /// keys are.
-  using Filter = std::function<bool(MSG& message)>;
+  using Filter = std::function<bool(const MSG& message)>;
 
   explicit Win32Events(Filter filter = {}) : filter_(std::move(filter)) {}
 
-  /// The request to end the program (WM_QUIT) is left for the main loop; nothing is delivered after it.
   void process() override;
   void waitAndProcess(double seconds) override;
 
-  /// Delivers events until the program is asked to end; gives the exit code that came with the request.
-  int runUntilQuit() const;
+  /// Delivers events until the program is asked to end (WM_QUIT) and returns the exit code of the request.
+  /// One that arrives while a handler waits counts too; the handler still gets the events that it waits for.
+  int runUntilQuit();
 
 private:
-  void dispatch(MSG& message) const;
+  void receive(const MSG& message);
 
   Filter filter_;
-  bool quitting_ = false;
+  std::optional<int> exitCode_;  ///< once the program has been asked to end
 };
 
 }  // namespace fiar::win32

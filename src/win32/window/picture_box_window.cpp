@@ -2,9 +2,9 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <cmath>
 
-#include "win32/error.h"
 #include "win32/wide_text.h"
 #include "win32/window/fonts.h"
 #include "win32/window/keyboard.h"
@@ -17,6 +17,11 @@ constexpr double kTwipsPerPixel = 15;
 // The frame about a picture that has the focus.
 constexpr Color kFocusColor = 0x000060E0;
 constexpr double kFocusWidth = 3 * kTwipsPerPixel;
+
+int buttonsOf(WPARAM keys) {
+  return ((keys & MK_LBUTTON) != 0 ? kLeftButton : 0) + ((keys & MK_RBUTTON) != 0 ? kRightButton : 0) +
+         ((keys & MK_MBUTTON) != 0 ? kMiddleButton : 0);
+}
 
 int modifiersOf(WPARAM keys) {
   return ((keys & MK_SHIFT) != 0 ? kShiftKey : 0) + ((keys & MK_CONTROL) != 0 ? kCtrlKey : 0) +
@@ -122,26 +127,22 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_MOUSEMOVE:
       mouseMoved(wParam, lParam);
       return 0;
+    case WM_MOUSELEAVE:
+      mousePosition_.reset();
+      return 0;
     case WM_LBUTTONDOWN:
-      buttonPressed(kLeftButton, wParam, lParam);
-      return 0;
     case WM_RBUTTONDOWN:
-      buttonPressed(kRightButton, wParam, lParam);
-      return 0;
     case WM_MBUTTONDOWN:
-      buttonPressed(kMiddleButton, wParam, lParam);
+      buttonPressed();
       return 0;
     case WM_LBUTTONUP:
-      buttonReleased(kLeftButton, wParam, lParam);
+      buttonReleased(kLeftButton, wParam);
       return 0;
     case WM_RBUTTONUP:
-      buttonReleased(kRightButton, wParam, lParam);
+      buttonReleased(kRightButton, wParam);
       return 0;
     case WM_MBUTTONUP:
-      buttonReleased(kMiddleButton, wParam, lParam);
-      return 0;
-    case WM_CAPTURECHANGED:
-      if (reinterpret_cast<HWND>(lParam) != window()) pressedButtons_ = 0;
+      buttonReleased(kMiddleButton, wParam);
       return 0;
     case WM_KEYDOWN:
       if (keyPressed(wParam, lParam)) return 0;
@@ -161,23 +162,23 @@ void PictureBoxWindow::mouseMoved(WPARAM keys, LPARAM position) {
   // The system says so also when something else has changed under a mouse that rests. Then the pointer stays
   // where a key may have moved it.
   if (mousePosition_ == position) return;
+  if (!mousePosition_) {
+    TRACKMOUSEEVENT leaving{sizeof(leaving), TME_LEAVE, window(), 0};
+    TrackMouseEvent(&leaving);
+  }
   mousePosition_ = position;
-  raiseMouseMove(modifiersOf(keys), pointAt(position));
+  raiseMouseMove(buttonsOf(keys), modifiersOf(keys), pointAt(position));
 }
 
-void PictureBoxWindow::buttonPressed(int button, WPARAM keys, LPARAM position) {
-  pressedButtons_ |= button;
-  SetCapture(window());
+// Neither a press nor a release moves the pointer: a game has marked its place, and that is what a click
+// means.
+void PictureBoxWindow::buttonPressed() {
+  if (box_.MouseMove || box_.MouseUp) SetCapture(window());
   if (box_.TabStop) SetFocus(window());
-  raiseMouseMove(modifiersOf(keys), pointAt(position));
 }
 
-void PictureBoxWindow::buttonReleased(int button, WPARAM keys, LPARAM position) {
-  const bool pressedHere = (pressedButtons_ & button) != 0;
-  pressedButtons_ &= ~button;
-  if (pressedHere && pressedButtons_ == 0) ReleaseCapture();
-  // A click hits where the mouse is, even where a key or another size of the picture's cells came between.
-  raiseMouseMove(modifiersOf(keys), pointAt(position));
+void PictureBoxWindow::buttonReleased(int button, WPARAM keys) {
+  if (GetCapture() == window() && buttonsOf(keys) == 0) ReleaseCapture();
   raiseMouseUp(button, modifiersOf(keys));
 }
 
@@ -190,7 +191,6 @@ bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
   if (move) {
     movePointer(*move);
   } else if ((flags & kRepeated) == 0) {
-    // Where the box was last told that the pointer is: a game has marked that place.
     raiseMouseUp(kLeftButton, pressedModifiers());
   }
   return true;
@@ -198,13 +198,13 @@ bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
 
 void PictureBoxWindow::movePointer(KeyMove move) {
   const PicturePoint middle{static_cast<float>(box_.Width / 2), static_cast<float>(box_.Height / 2)};
-  raiseMouseMove(pressedModifiers(), movedByKey(box_, pointer_.value_or(middle), move));
+  raiseMouseMove(0, pressedModifiers(), movedByKey(box_, pointer_.value_or(middle), move));
 }
 
-void PictureBoxWindow::raiseMouseMove(int modifiers, PicturePoint point) {
+void PictureBoxWindow::raiseMouseMove(int buttons, int modifiers, PicturePoint point) {
   pointer_ = point;
   gate().raise([&] {
-    if (box_.MouseMove) box_.MouseMove(pressedButtons_, modifiers, point.x, point.y);
+    if (box_.MouseMove) box_.MouseMove(buttons, modifiers, point.x, point.y);
   });
 }
 

@@ -35,12 +35,12 @@ private:
   void drawFocusFrame() const;
 
   void mouseMoved(WPARAM keys, LPARAM position);
-  void buttonPressed(int button, WPARAM keys, LPARAM position);
-  void buttonReleased(int button, WPARAM keys, LPARAM position);
+  void buttonPressed();
+  void buttonReleased(int button, WPARAM keys);
   bool keyPressed(WPARAM key, LPARAM flags);
   void movePointer(KeyMove move);
   /// Tells the box where the pointer is.
-  void raiseMouseMove(int modifiers, PicturePoint point);
+  void raiseMouseMove(int buttons, int modifiers, PicturePoint point);
   void raiseMouseUp(int button, int modifiers);
   PicturePoint pointAt(LPARAM position) const;
 
@@ -60,8 +60,7 @@ private:
 
   bool focused_ = false;
   std::optional<PicturePoint> pointer_;  ///< where the box was last told that the pointer is
-  std::optional<LPARAM> mousePosition_;  ///< of the last mouse message, in pixels, as messages hold it
-  int pressedButtons_ = 0;               ///< those that were pressed on the box and are still down
+  std::optional<LPARAM> mousePosition_;  ///< while the mouse is over the box, in pixels, as messages hold it
 };
 
 }  // namespace fiar::win32
