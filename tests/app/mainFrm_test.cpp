@@ -162,16 +162,19 @@ TEST_F(MainWindow, AHumanLineIsFoundAfterTheComputersAnswer) {
   EXPECT_EQ(window.scoreLabel[0].Caption, u"1");
 }
 
-TEST_F(MainWindow, TheComputerCompletesItsOwnFiveRatherThanBlock) {
+TEST_F(MainWindow, TheSideOnMoveIsEvaluatedFirst) {
   start();
-  for (int column = 3; column < 7; ++column) {
-    game.board(column, 2) = kHuman;
-    game.board(column, 9) = kComputer;
+  for (int i = 4; i < 8; ++i) {
+    game.board(i, 3) = kHuman;
+    game.board(3, i) = kComputer;
   }
+  game.board(8, 3) = kComputer;
+  game.board(3, 8) = kHuman;
   click(14, 14);
   tick();
-  EXPECT_EQ(game.lastMove.y, 9);
-  EXPECT_EQ(window.scoreLabel[1].Caption, u"1");
+  EXPECT_EQ(game.lastMove, (CellPoint{3, 3}));
+  // Both sides complete five there; the marker of the human's line has replaced that of the computer's.
+  EXPECT_EQ(game.attackWeights(3, 3), 50'000'000);
 }
 
 TEST_F(MainWindow, AFullBoardAfterTheHumansStoneStartsAGameThatTheHumanOpens) {

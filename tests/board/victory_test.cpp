@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "support/boards.h"
+#include "support/fake_platform.h"
 
 namespace fiar {
 namespace {
 
 struct Display {
+  test::FakeRegionalFormat regional;
   std::array<Label, 2> scoreLabel;
   PictureBox Picture2;
   PictureBox Picture3;
@@ -17,7 +19,7 @@ struct Display {
     Picture3.Picture = {u"REWARD"};
   }
   void check(Board& board) {
-    checkForVictory(board, {scoreLabel, Picture2, Picture3, systemRegionalFormat()});
+    checkForVictory(board, {scoreLabel, Picture2, Picture3, regional});
   }
 };
 

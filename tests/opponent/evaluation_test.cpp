@@ -44,39 +44,6 @@ struct Evaluation : testing::Test, test::LoadedToolkit {
   PatternWeights weights{toolkit.variables(), machine.regional};
 };
 
-TEST_F(Evaluation, ScoresTellingPositions) {
-  const struct {
-    std::vector<std::string_view> stones;
-    double player;
-    int column;
-    int row;
-    double attack;
-    double defence;
-  } rows[] = {
-      {{}, 1, 4, 4, 0, 0},
-      {{"", "", "   1"}, 1, 4, 2, 1600, 0},
-      {{"", "", "   1"}, 2, 4, 2, 0, 1440},
-      // Completing five, for the side on move and for the other; the latter's sum stays as it was added up.
-      {{" 1111"}, 1, 0, 0, 100'000'000, 0},
-      {{" 1111"}, 2, 0, 0, 50'000'000, 2 * 9 * 1'001'196},
-      // Both sides complete five there: the second evaluation puts its marker over the first one's.
-      {{"1111 2222"}, 1, 4, 0, 50'000'000, 2 * 9 * 1'001'196},
-      // A run against the edge or the other side's stone counts as open.
-      {{"111 "}, 1, 3, 0, 2 * 10 * 1195, 0},
-      {{"2111 "}, 1, 4, 0, 2 * 10 * 1195, 2 * 9},
-      // A taken cell keeps what it had.
-      {{"1111"}, 1, 3, 0, 0, 0},
-  };
-  for (const auto& row : rows) {
-    Board board = test::boardOf(row.stones);
-    board.player = row.player;
-    evaluate(board);
-    SCOPED_TRACE(&row - rows);
-    EXPECT_EQ(board.attackWeights(row.column, row.row), row.attack);
-    EXPECT_EQ(board.defenceWeights(row.column, row.row), row.defence);
-  }
-}
-
 TEST_F(Evaluation, MarksWhatIsAboveAMillionOnly) {
   toolkit.variables().setVar(u"0001P0000", u"0");
   for (const auto& [weight, attack] : {std::pair{u"100000", 1e6}, {u"100000.1", 1e8}}) {
