@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "app/mainFrm.h"
-#include "platform/recorded_database.h"
+#include "platform/mersenne_twister.h"
 #include "win32/services/events.h"
 #include "win32/services/resources.h"
 #include "win32/services/sound.h"
@@ -65,8 +65,7 @@ int showFullBoard() {
                           random,
                           sound,
                           events,
-                          database,
-                          nullptr};
+                          database};
   Toolkit toolkit(platform);
   mainFrm mainWindow(toolkit);
   FormWindow window(mainWindow.form, gate, resources);

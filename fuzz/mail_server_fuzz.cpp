@@ -61,18 +61,6 @@ private:
   SocketState state_ = SocketState::Closed;
 };
 
-struct AnySockets final : SocketFactory {
-  std::string_view events;
-  double* longestWait = nullptr;
-  AnySocket* socket = nullptr;
-
-  std::unique_ptr<SocketControl> newSocket() override {
-    auto made = std::make_unique<AnySocket>(events, *longestWait);
-    socket = made.get();
-    return made;
-  }
-};
-
 /// Counts the seconds, over midnight too.
 double secondsBetween(double begin, double end) {
   return end >= begin ? end - begin : end - begin + 86400;
@@ -81,11 +69,13 @@ double secondsBetween(double begin, double end) {
 void send(std::string_view serverEvents) {
   test::FakePlatform machine;
   machine.events.longestWait = 0.01;
-  AnySockets sockets;
-  sockets.events = serverEvents;
-  sockets.longestWait = &machine.events.longestWait;
-  machine.platform.sockets = &sockets;
-  machine.events.onEvents = [&] { sockets.socket->deliver(); };
+  AnySocket* socket = nullptr;
+  machine.platform.newSocket = [&] {
+    auto made = std::make_unique<AnySocket>(serverEvents, machine.events.longestWait);
+    socket = made.get();
+    return made;
+  };
+  machine.events.onEvents = [&] { socket->deliver(); };
 
   Toolkit toolkit(machine.platform);
   clsZantorMail& mail = toolkit.mail();
@@ -95,7 +85,7 @@ void send(std::string_view serverEvents) {
   mail.setMailTo(u"one@example;two@example");
   const double begin = machine.clock.seconds;
   if (mail.SendMail()) std::abort();
-  if (sockets.socket->State() != SocketState::Closed) std::abort();
+  if (socket->State() != SocketState::Closed) std::abort();
   if (secondsBetween(begin, machine.clock.seconds) >
       kMostSeconds + 0.01 * static_cast<double>(serverEvents.size())) {
     std::abort();

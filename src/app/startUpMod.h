@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/database.h"
+#include "platform/platform.h"
 #include "toolkit/toolkit.h"
 
 namespace fiar::startUpMod {

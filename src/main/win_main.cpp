@@ -7,7 +7,7 @@
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
 #include "main/fatal_error.h"
-#include "platform/recorded_database.h"
+#include "platform/mersenne_twister.h"
 #include "win32/services/events.h"
 #include "win32/services/resources.h"
 #include "win32/services/socket.h"
@@ -27,7 +27,6 @@ int run(int showCommand) {
   MersenneTwister random;
   Win32SoundPlayer sound;
   RecordedDatabase database;
-  Win32Sockets sockets;
   EventGate gate;
   FormWindow* keyTaker = nullptr;
   Win32Events events(
@@ -41,7 +40,7 @@ int run(int showCommand) {
                           sound,
                           events,
                           database,
-                          &sockets};
+                          [] { return std::make_unique<Win32Socket>(); }};
 
   Toolkit toolkit(platform);
   mainFrm mainWindow(toolkit);

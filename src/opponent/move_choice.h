@@ -4,8 +4,7 @@
 
 #include "board/board.h"
 #include "forms/picture_box.h"
-#include "platform/clock.h"
-#include "platform/random_generator.h"
+#include "platform/platform.h"
 
 namespace fiar {
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "platform/resources.h"
+#include "platform/platform.h"
 
 namespace fiar {
 

@@ -4,10 +4,11 @@
 #include <span>
 #include <string>
 
-#include "platform/date_time.h"
 #include "platform/text.h"
 
 namespace fiar {
+
+struct DateTime;
 
 /// How numbers and dates are written on this machine: the user's regional format on Windows, the locale of
 /// the environment on Linux.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -55,14 +54,6 @@ public:
   virtual std::string GetData() = 0;
   /// Ends the connection, or the attempt at one, without an event. What has not gone out yet is lost.
   virtual void Close() = 0;
-};
-
-/// Makes socket controls whose events are among the pending ones.
-class SocketFactory {
-public:
-  virtual ~SocketFactory() = default;
-
-  virtual std::unique_ptr<SocketControl> newSocket() = 0;
 };
 
 }  // namespace fiar

@@ -68,7 +68,7 @@ private:
 }  // namespace
 
 clsZantorMail::clsZantorMail(Toolkit& toolkit)
-    : toolkit_(toolkit), winsock1_(toolkit.platform().sockets->newSocket()) {
+    : toolkit_(toolkit), winsock1_(toolkit.platform().newSocket()) {
   winsock1_->OnConnect = [this] { addToLog(u"Connected"); };
   winsock1_->OnDataArrival = [this] { DataArrival(); };
   winsock1_->OnError = [this](TextView description) {

@@ -2,17 +2,13 @@
 
 #include <cstddef>
 
-#include "platform/pending_events.h"
-#include "platform/socket_control.h"
+#include "platform/platform.h"
 
 namespace fiar::test {
 
-/// This machine's pending events and the sockets that go with them, for the life of the process.
-struct ClientMachine {
-  PendingEvents& events;
-  SocketFactory& sockets;
-};
-ClientMachine clientMachine();
+/// This machine's pending events, for the life of the process, and a socket whose events are among them.
+PendingEvents& pendingEvents();
+std::unique_ptr<SocketControl> newSocket();
 
 /// What this process holds, as far as it can be told; a leak of hundreds shows.
 struct Holdings {

@@ -7,10 +7,14 @@
 
 namespace fiar::test {
 
-ClientMachine clientMachine() {
+PendingEvents& pendingEvents() {
   static PosixEvents events;
-  static PosixSockets sockets(events);
-  return {events, sockets};
+  return events;
+}
+
+std::unique_ptr<SocketControl> newSocket() {
+  static PosixSockets sockets(static_cast<PosixEvents&>(pendingEvents()));
+  return sockets.newSocket();
 }
 
 Holdings holdings() {

@@ -7,10 +7,13 @@
 
 namespace fiar::test {
 
-ClientMachine clientMachine() {
+PendingEvents& pendingEvents() {
   static win32::Win32Events events;
-  static win32::Win32Sockets sockets;
-  return {events, sockets};
+  return events;
+}
+
+std::unique_ptr<SocketControl> newSocket() {
+  return std::make_unique<win32::Win32Socket>();
 }
 
 Holdings holdings() {

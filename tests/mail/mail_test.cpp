@@ -86,7 +86,7 @@ private:
 };
 
 /// A mail client with a message to send, and an empty application folder.
-class MailTest : public testing::Test, private SocketFactory {
+class MailTest : public testing::Test {
 public:
   FakePlatform fake;
   FakeSocket* socket = nullptr;
@@ -95,7 +95,11 @@ public:
   clsZantorMail* mail = nullptr;
 
   void SetUp() override {
-    fake.platform.sockets = this;
+    fake.platform.newSocket = [this] {
+      auto made = std::make_unique<FakeSocket>(fake.events);
+      socket = made.get();
+      return made;
+    };
     fake.events.onEvents = [this] { socket->deliver(); };
     toolkit = std::make_unique<Toolkit>(fake.platform);
     toolkit->values().applicationFolder = folder.text();
@@ -117,13 +121,6 @@ public:
     EXPECT_FALSE(mail->SendMail());
     EXPECT_EQ(socket->State(), SocketState::Closed);
     return fake.clock.seconds - before;
-  }
-
-private:
-  std::unique_ptr<SocketControl> newSocket() override {
-    auto made = std::make_unique<FakeSocket>(fake.events);
-    socket = made.get();
-    return made;
   }
 };
 

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "mail/client_machine.h"
+#include "platform/mersenne_twister.h"
 #include "support/allocation_count.h"
 #include "support/fake_platform.h"
 #include "toolkit/clsZantorMail.h"
@@ -46,10 +47,10 @@ public:
     return std::fmod(passed.count() * speed_, 86400);
   }
   DateTime now() const override { return systemClock().now(); }
-  void process() override { clientMachine().events.process(); }
+  void process() override { pendingEvents().process(); }
   void waitAndProcess(double seconds) override {
     ++waits;
-    clientMachine().events.waitAndProcess(seconds / speed_);
+    pendingEvents().waitAndProcess(seconds / speed_);
   }
 
 private:
@@ -77,9 +78,8 @@ void send(const Settings& settings) {
   FakePlatform fake;
   MersenneTwister random;
   FastTime time(std::stod(settings.at("speed")));
-  const Platform platform{
-      time,   CodePage::system(), fake.regional, fake.environment, fake.resources,
-      random, fake.sound,         time,          fake.database,    &clientMachine().sockets};
+  const Platform platform{time,   CodePage::system(), fake.regional, fake.environment, fake.resources,
+                          random, fake.sound,         time,          fake.database,    newSocket};
   Toolkit toolkit(platform);
   toolkit.values().applicationFolder = fromUtf8(settings.at("folder"));
   setMessage(toolkit.mail(), settings);

@@ -7,10 +7,8 @@
 #include <cmath>
 #include <filesystem>
 
-#include "platform/clock.h"
-#include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/random_generator.h"
+#include "platform/mersenne_twister.h"
 
 namespace fiar {
 namespace {

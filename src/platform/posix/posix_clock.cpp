@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <ctime>
 
-#include "platform/clock.h"
+#include "platform/platform.h"
 
 namespace fiar {
 namespace {

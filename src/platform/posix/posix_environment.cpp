@@ -3,7 +3,7 @@
 #include <string>
 #include <system_error>
 
-#include "platform/environment.h"
+#include "platform/platform.h"
 
 namespace fiar {
 namespace {

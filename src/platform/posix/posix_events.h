@@ -7,7 +7,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "platform/pending_events.h"
+#include "platform/platform.h"
 
 namespace fiar {
 

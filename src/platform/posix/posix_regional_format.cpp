@@ -4,7 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "platform/regional_format.h"
+#include "platform/platform.h"
 
 namespace fiar {
 namespace {

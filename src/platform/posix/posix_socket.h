@@ -52,12 +52,12 @@ private:
 };
 
 /// Makes PosixSockets.
-class PosixSockets final : public SocketFactory {
+class PosixSockets final {
 public:
   /// \param events delivers the sockets' events; outlives them.
   explicit PosixSockets(PosixEvents& events) : events_(events) {}
 
-  std::unique_ptr<SocketControl> newSocket() override { return std::make_unique<PosixSocket>(events_); }
+  std::unique_ptr<SocketControl> newSocket() { return std::make_unique<PosixSocket>(events_); }
 
 private:
   PosixEvents& events_;

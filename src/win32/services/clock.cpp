@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "platform/clock.h"
+#include "platform/platform.h"
 
 namespace fiar {
 namespace {

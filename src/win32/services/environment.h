@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/environment.h"
+#include "platform/platform.h"
 #include "win32/handle.h"
 
 namespace fiar::win32 {

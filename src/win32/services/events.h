@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/pending_events.h"
+#include "platform/platform.h"
 
 namespace fiar::win32 {
 

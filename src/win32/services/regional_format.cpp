@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/regional_format.h"
+#include "platform/platform.h"
 #include "win32/error.h"
 #include "win32/wide_text.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/resources.h"
+#include "platform/platform.h"
 
 namespace fiar::win32 {
 

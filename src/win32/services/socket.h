@@ -60,11 +60,4 @@ private:
   std::string arrived_;
 };
 
-/// Makes Win32Sockets.
-class Win32Sockets final : public SocketFactory {
-public:
-  /// Throws what the constructor of Win32Socket throws.
-  std::unique_ptr<SocketControl> newSocket() override { return std::make_unique<Win32Socket>(); }
-};
-
 }  // namespace fiar::win32

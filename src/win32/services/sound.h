@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/sound_player.h"
+#include "platform/platform.h"
 
 namespace fiar::win32 {
 

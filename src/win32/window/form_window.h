@@ -5,7 +5,7 @@
 
 #include "forms/form.h"
 #include "forms/form_layout.h"
-#include "platform/resources.h"
+#include "platform/platform.h"
 #include "win32/window/control_window.h"
 #include "win32/window/pictures.h"
 #include "win32/window/window.h"

@@ -8,7 +8,7 @@
 
 #include "forms/bitmap.h"
 #include "forms/controls.h"
-#include "platform/resources.h"
+#include "platform/platform.h"
 
 namespace fiar::win32 {
 
