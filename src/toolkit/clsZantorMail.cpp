@@ -1,5 +1,6 @@
 #include "toolkit/clsZantorMail.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ constexpr std::size_t kBase64LineLength = 76;
 constexpr double kGreetingLimit = 20;
 constexpr double kCommandLimit = 10;
 constexpr double kMessageLimit = 60;
+
+constexpr double kSecondsPerDay = 86400;
 
 // The wait for the connection has no limit of its own; this is only how often it looks without an event.
 constexpr double kStatePause = 1;
@@ -216,11 +219,11 @@ void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
   const Platform& platform = toolkit_.platform();
   ok = false;
   waitStart_ = platform.clock.timer();
-  // Deliberately the distance of the two readings: midnight ends the wait.
-  const auto passed = [this, &platform] { return std::abs(platform.clock.timer() - waitStart_); };
-  for (double time = 0; !ok && time < limit; time = passed()) {
+  // Deliberate: the timer starts again at midnight, which ends the wait; one would expect it to go on.
+  for (double now = waitStart_; !ok && std::abs(now - waitStart_) < limit; now = platform.clock.timer()) {
     ok = findAnswer(code);
-    if (!ok) platform.events.waitAndProcess(limit - time);
+    const double left = limit - std::abs(now - waitStart_);
+    if (!ok) platform.events.waitAndProcess(std::min(left, kSecondsPerDay - now));
   }
   addToLog(Text(u"waitForAnswer:").append(code).append(ok ? u" OK" : u" TIMEOUT"));
 }
