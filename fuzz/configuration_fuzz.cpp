@@ -6,7 +6,6 @@
 
 #include "app/startUpMod.h"
 #include "support/fake_platform.h"
-#include "toolkit/clsZantorXml.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fiar::test::FakePlatform machine;
@@ -20,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool hasKey = !values.workKey.empty() && values.workKey.size() % 2 == 0 &&
                       std::all_of(values.workKey.begin(), values.workKey.end(), isDigit);
   const std::size_t connections = values.useDatabase ? 1 : 0;
-  if (shown != 1 || !hasKey || values.configText.size() != size || toolkit.xml().callDepth() != 0 ||
+  if (shown != 1 || !hasKey || values.configText.size() != size ||
       machine.database.connectTexts.size() != connections) {
     std::abort();
   }

@@ -49,23 +49,20 @@ double leadingNumber(TextView text) {
   return std::strtod(number.substr(0, number.find_first_not_of("+-.0123456789eE")).c_str(), nullptr);
 }
 
-// False where a tag ends in several "/": the steps expand it once more wherever its text stands again.
-bool expandSelfClosing(Text& text, const Text& name) {
+void expandSelfClosing(Text& text, const Text& name) {
   Position pos = 0;
   while (true) {
     const Position a = find(text, u"<" + name + u">", pos + 1);
     const Position b = find(text, u"<" + name + u" ", pos + 1);
     pos = a;
-    if (a == 0 && b == 0) return true;
+    if (a == 0 && b == 0) return;
     if (b == 0 || (a != 0 && a < b)) continue;
     pos = b;
     const Position g = find(text, u">", b);
     if (g == 0 || part(text, g - 1, 1) != u"/") continue;
     const Text inner = clsZantorXml::getBetween(part(text, b, g - b + 1), u"<", u"/>", false, false);
-    const Text trimmed(trimSpaces(inner));
-    if (trimmed.ends_with(u'/')) return false;
-    Text element = u"<" + trimmed;
-    element.append(u"></").append(name).append(u">");
+    Text element(u"<");
+    element.append(trimSpaces(inner)).append(u"></").append(name).append(u">");
     replaceAll(text, u"<" + inner + u"/>", element);
   }
 }
@@ -136,7 +133,7 @@ std::optional<Text> ObviousTagReader::getTag(Text text, const Text& tagPath, Tex
   } else {
     n = 1;
   }
-  if (callDepth_ == 0 && !expandSelfClosing(text, name)) return std::nullopt;
+  if (callDepth_ == 0) expandSelfClosing(text, name);
   Found found = findElement(text, name, n, lastElement);
   if (found.open) return std::nullopt;
   Text result = found.absent ? notFoundValue : found.element;

@@ -10,8 +10,7 @@ namespace fiar::fuzz {
 class ObviousTagReader {
 public:
   /// As clsZantorXml::getTag(). Absent for malformed text that clsZantorXml reads in a more sensible way than
-  /// the steps would: an element without room for a content, one more element behind an unclosed one, and a
-  /// self-closing tag that ends in several "/".
+  /// the steps would: an element without room for a content, and one more element after an unclosed one.
   std::optional<Text> getTag(Text text, const Text& tagPath, Text& tagParams, const Text& defaultValue,
                              const Text& notFoundValue);
 

@@ -11,24 +11,42 @@
 namespace fiar {
 namespace {
 
-constexpr char16_t kPathSeparator = u'\\';
 constexpr TextView kWrongKey = u"ERR: Wrong Key";
 
-// How often an element is extended to the next closing tag before it counts as unclosed; so an element holds
-// at most 1000 closing tags of its name besides its own. Odd on purpose.
+// An element is given up after this many closing tags that leave it unbalanced: it may hold 1000 elements of
+// its own name. Deliberate: one would expect an even 1000.
 constexpr int kMostPasses = 1001;
 
 using Positions = std::vector<std::size_t>;
 
-// Where the marker begins, in ascending order; both texts in capitals.
+std::size_t findIgnoringCase(TextView source, TextView marker, std::size_t from) {
+  if (from > source.size()) return TextView::npos;
+  const auto same = [](char16_t left, char16_t right) { return toUpper(left) == toUpper(right); };
+  const auto begin = source.begin() + static_cast<std::ptrdiff_t>(from);
+  const auto found = std::search(begin, source.end(), marker.begin(), marker.end(), same);
+  if (found == source.end() && !marker.empty()) return TextView::npos;
+  return static_cast<std::size_t>(found - source.begin());
+}
+
+// Where the marker begins, in ascending order and without overlaps; an empty marker is nowhere.
 Positions positionsOf(TextView source, TextView marker) {
   Positions positions;
   if (marker.empty()) return positions;
-  for (std::size_t at = source.find(marker); at != TextView::npos;
-       at = source.find(marker, at + marker.size())) {
+  for (std::size_t at = findIgnoringCase(source, marker, 0); at != TextView::npos;
+       at = findIgnoringCase(source, marker, at + marker.size())) {
     positions.push_back(at);
   }
   return positions;
+}
+
+Text replaced(TextView text, TextView what, TextView by) {
+  Text result;
+  std::size_t copied = 0;
+  for (std::size_t at = text.find(what); at != TextView::npos; at = text.find(what, copied)) {
+    result.append(text.substr(copied, at - copied)).append(by);
+    copied = at + what.size();
+  }
+  return result.append(text.substr(copied));
 }
 
 // The number that a text begins with; 0 where it begins with none.
@@ -59,109 +77,104 @@ struct Step {
   }
 };
 
-// Rewrites every self-closing element of a name as one with an empty content and without the spaces before
-// "/>". The form without a space after the name ("<name/>") is no element at all. Of several "/" one goes.
-Text expandSelfClosing(TextView text, TextView name) {
-  const Text upperText = toUpper(text);
-  Text closingTag = u"></";
-  closingTag.append(name).append(u">");
-  Text expanded;
-  std::size_t copied = 0;
-  std::size_t tagEnd = 0;
-  for (const std::size_t start : positionsOf(upperText, u"<" + toUpper(name) + u" ")) {
-    if (tagEnd <= start) tagEnd = text.find(u'>', start);
-    if (tagEnd == TextView::npos) break;
-    if (text[tagEnd - 1] != u'/' || start < copied) continue;
-    expanded.append(text.substr(copied, start - copied)).append(u"<");
-    expanded.append(trimSpaces(text.substr(start + 1, tagEnd - start - 2))).append(closingTag);
-    copied = tagEnd + 1;
-  }
-  return expanded.append(text.substr(copied));
+// The form with an empty content of an element "<inner/>", without spaces at the ends of `inner`.
+Text expanded(TextView selfClosing, TextView name) {
+  Text element = u"<";
+  element.append(trimSpaces(selfClosing.substr(1, selfClosing.size() - 3)));
+  return element.append(u"></").append(name).append(u">");
 }
 
-// Finds the elements of one name in a text, one after the other.
-class ElementFinder {
-public:
-  ElementFinder(TextView text, TextView name) : text_(text), openLength_(name.size() + 2) {
-    const Text upperText = toUpper(text);
-    const Text upperName = toUpper(name);
-    const Positions plain = positionsOf(upperText, u"<" + upperName + u">");
-    const Positions withAttributes = positionsOf(upperText, u"<" + upperName + u" ");
+// Expands the self-closing elements of a name in their order, each together with all its exact copies. As a
+// copy in front of it may become longer, an element that is still self-closing can be met once more.
+Text expandWithCopies(Text text, TextView name) {
+  const Text opening = Text(u"<").append(name).append(u" ");
+  for (std::size_t start = findIgnoringCase(text, opening, 0); start != Text::npos;
+       start = findIgnoringCase(text, opening, start + 1)) {
+    const std::size_t end = text.find(u'>', start);
+    if (end == Text::npos) break;
+    if (text[end - 1] != u'/') continue;
+    const Text element = text.substr(start, end + 1 - start);
+    text = replaced(text, element, expanded(element, name));
+  }
+  return text;
+}
+
+// Expands the self-closing elements of a name ("<name attributes/>"; "<name/>" is no element at all). Copies
+// need no attention, as each is met on its own, unless an element ends in several "/": then it is
+// self-closing again, and what becomes of it depends on the copies.
+Text expandSelfClosing(TextView text, TextView name) {
+  Text result;
+  std::size_t copied = 0;
+  std::size_t end = 0;
+  for (const std::size_t start : positionsOf(text, Text(u"<").append(name).append(u" "))) {
+    if (end <= start) end = text.find(u'>', start);
+    if (end == TextView::npos) break;
+    if (text[end - 1] != u'/' || start < copied) continue;
+    if (trimSpaces(text.substr(start, end - 1 - start)).ends_with(u'/')) {
+      return expandWithCopies(Text(text), name);
+    }
+    result.append(text.substr(copied, start - copied));
+    result.append(expanded(text.substr(start, end + 1 - start), name));
+    copied = end + 1;
+  }
+  return result.append(text.substr(copied));
+}
+
+// Where the tags of one name begin in a text, in ascending order.
+struct Tags {
+  Positions opens;
+  Positions closes;
+  std::size_t openLength;
+
+  Tags(TextView text, TextView name) : openLength(name.size() + 2) {
+    const Text open = Text(u"<").append(name);
+    const Positions plain = positionsOf(text, open + u">");
+    const Positions withAttributes = positionsOf(text, open + u" ");
     std::merge(plain.begin(), plain.end(), withAttributes.begin(), withAttributes.end(),
-               std::back_inserter(opens_));
-    closes_ = positionsOf(upperText, u"</" + upperName + u">");
+               std::back_inserter(opens));
+    closes = positionsOf(text, Text(u"</").append(name).append(u">"));
   }
 
-  // Goes on to the next element; false when there is none. Every call comes closer to the end of the text.
-  bool findNext() {
-    const auto open = std::lower_bound(opens_.cbegin(), opens_.cend(), next_);
-    if (open == opens_.cend()) return false;
-    const std::size_t start = *open;
-    const auto close = std::lower_bound(closes_.cbegin(), closes_.cend(), start + 1);
-    if (close != closes_.cend()) {
-      take(open, close);
-    } else {
-      takeUnclosed(start);
-    }
-    if (balanced_) matched_ = element_;
-    return true;
-  }
-
-  // The element with its tags; in malformed text it may end at the last closing tag or be a fragment.
-  TextView element() const { return element_; }
-  // The last element that had as many closing tags as opening ones; empty when none had.
-  TextView matched() const { return matched_; }
-
-private:
-  using Position = Positions::const_iterator;
-
-  // Extends the element that begins at `open` from closing tag to closing tag until it is balanced.
-  void take(Position open, Position close) {
-    const std::size_t start = *open;
-    const std::size_t closeLength = openLength_ + 1;
-    std::size_t end = *close + closeLength;
-    std::ptrdiff_t unclosed = -1;
-    balanced_ = false;
-    for (int pass = 0; pass < kMostPasses; ++pass) {
-      const auto behind = std::upper_bound(open, opens_.cend(), end - openLength_);
-      unclosed += behind - open;
-      open = behind;
-      balanced_ = unclosed == 0;
-      if (balanced_ || ++close == closes_.cend()) break;
-      end = *close + closeLength;
-      --unclosed;
-    }
-    element_ = text_.substr(start, end - start);
-    if (balanced_) {
-      rest_ = next_ = end;
-    } else {
-      // Never closed: those inside it can still be read. Given up: deliberately one character is skipped.
-      next_ = close == closes_.cend() ? start + 1 : end + 1;
-    }
-  }
-
-  // Deliberate: without a closing tag behind it an element ends where an opening tag would that stood first
-  // in the rest of the text; the element before it stays where that is not behind its start.
-  void takeUnclosed(std::size_t start) {
-    const std::size_t end = rest_ + openLength_;
-    if (end > start) {
-      element_ = text_.substr(start, end - start);
-      balanced_ = start != rest_;
-    }
-    next_ = start + 1;
-    if (balanced_) rest_ = next_ = end;
-  }
-
-  TextView text_;
-  std::size_t openLength_;
-  Positions opens_;
-  Positions closes_;
-  std::size_t rest_ = 0;  // where the text begins that follows the last balanced element
-  std::size_t next_ = 0;  // from where on the next opening tag is searched
-  TextView element_;
-  bool balanced_ = false;
-  TextView matched_;
+  std::size_t closeLength() const { return openLength + 1; }
 };
+
+// Where an element stands, tags included, and from where on the next one is searched.
+struct Element {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  std::size_t next = 0;
+  bool balanced = false;  ///< with as many closing tags of its name as opening ones
+};
+
+// The element whose opening tag is at `begin` ends with the first closing tag that makes it balanced. Where
+// none does, it ends with the last one; the next element may then be inside it.
+Element elementAt(const Tags& tags, std::size_t begin) {
+  auto open = std::lower_bound(tags.opens.begin(), tags.opens.end(), begin);
+  auto close = std::lower_bound(tags.closes.begin(), tags.closes.end(), begin + 1);
+  std::size_t end = begin;
+  std::ptrdiff_t unclosed = 0;
+  for (int pass = 0; close != tags.closes.end(); ++close, ++pass) {
+    end = *close + tags.closeLength();
+    // Deliberate: one would expect the search to go on at `end`.
+    if (pass == kMostPasses) return {begin, end, end + 1, false};
+    const auto firstAfter = std::upper_bound(open, tags.opens.end(), end - tags.openLength);
+    unclosed += firstAfter - open - 1;
+    open = firstAfter;
+    if (unclosed == 0) return {begin, end, end, true};
+  }
+  return {begin, end, begin + 1, false};
+}
+
+// The element whose opening tag is at `begin` and that no closing tag follows. Deliberate: one would expect
+// it to reach to the end of the text, but it ends where an opening tag at the start of `rest` would end.
+// Where that is not after `begin`, the element before it is taken once more.
+Element unclosedElementAt(const Tags& tags, std::size_t begin, std::size_t rest, const Element& before) {
+  Element element = before;
+  const std::size_t end = rest + tags.openLength;
+  if (begin < end) element = {begin, end, end, begin != rest};
+  element.next = element.balanced ? end : begin + 1;
+  return element;
+}
 
 // What stands between the first tag of an element and its last one; empty where there is no room for it.
 TextView withoutTags(TextView element) {
@@ -170,7 +183,7 @@ TextView withoutTags(TextView element) {
   return first < last ? element.substr(first, last - first) : TextView();
 }
 
-// The attributes of the element's first tag; absent when it has none.
+// The attributes of the element's first tag; nullopt if it has none.
 std::optional<Text> attributesOf(const Text& element) {
   const Text head = clsZantorXml::getBetween(element, u"<", u">", false, true);
   const std::size_t space = head.find(u' ');
@@ -178,85 +191,78 @@ std::optional<Text> attributesOf(const Text& element) {
   return head.substr(space + 1, head.size() - space - 2);
 }
 
-// Gives a number its old value back.
-class Restore {
-public:
-  explicit Restore(float& number) : number_(number), before_(number) {}
-  Restore(const Restore&) = delete;
-  Restore& operator=(const Restore&) = delete;
-  Restore(Restore&&) = delete;
-  Restore& operator=(Restore&&) = delete;
-  ~Restore() { number_ = before_; }
-
-private:
-  float& number_;
-  float before_;
-};
-
 }  // namespace
 
 Text clsZantorXml::getTag(TextView xmlText, TextView tagPath, Text& tagParams, TextView defaultValue,
                           TextView notFoundValue) {
   if (tagPath.empty()) return Text(kWrongKey);
-  const Restore restore(callDepth_);
-  Text result = followPath(xmlText, tagPath, defaultValue, notFoundValue);
-  // Deliberate: where nothing matched, these are the attributes of an earlier match.
+  Text result = followPath(xmlText, split(tagPath, u"\\"), defaultValue, notFoundValue);
+  // Deliberate: one would expect none where nothing matched, but these are those of an earlier match.
   if (std::optional<Text> attributes = attributesOf(lastElement_)) tagParams = std::move(*attributes);
   if (!notFoundValue.empty() && result == notFoundValue) tagParams.clear();
   return result;
 }
 
-// Each name of a path is a call of its own, inside the one before it, in all but the stack that it takes: a
-// path may have as many names as a text has tags.
-Text clsZantorXml::followPath(TextView xmlText, TextView tagPath, TextView defaultValue,
+Text clsZantorXml::followPath(TextView xmlText, const std::vector<TextView>& path, TextView defaultValue,
                               TextView notFoundValue) {
-  Text text(xmlText);
-  Text result(kWrongKey);
-  int callers = 0;
-  for (++callDepth_; !tagPath.empty(); ++callDepth_, ++callers) {
-    const std::size_t separator = tagPath.find(kPathSeparator);
-    const Step step(tagPath.substr(0, separator));
-    if (callDepth_ == 1) text = expandSelfClosing(text, step.name);
-    result = readElement(text, step.name, step.number, notFoundValue);
-    // Deliberate: an element that reads exactly as the value for an absent one counts as absent.
-    const bool found = !result.empty() && result != notFoundValue;
-    if (found) result = Text(withoutTags(result));
-    if (!found || separator == TextView::npos) {
-      if (result.empty()) result = defaultValue;
+  Text result = expandSelfClosing(xmlText, Step(path.front()).name);
+  std::size_t depth = 0;
+  for (bool found = true; found; ++depth) {
+    const bool last = depth + 1 == path.size();
+    if (last && path[depth].empty()) {
+      result = kWrongKey;
       break;
     }
-    text = std::exchange(result, Text(kWrongKey));
-    tagPath.remove_prefix(separator + 1);
+    const Step step(path[depth]);
+    result = readElement(result, step.name, step.number, notFoundValue);
+    // Deliberate: an element that reads exactly as the value for an absent one counts as absent.
+    found = !result.empty() && result != notFoundValue;
+    if (found) result = Text(withoutTags(result));
+    if (!found || last) break;
   }
-  for (; callers > 0; --callers) {
-    const TextView inner = trimSpaces(result);
-    if (inner.size() < result.size()) result = Text(inner);
+  if (result.empty()) result = defaultValue;
+  // Once for each name that the result is inside of, as the value for an empty result may have spaces.
+  for (; depth > 0; --depth) {
+    result = Text(trimSpaces(result));
     if (result.empty()) result = defaultValue;
   }
   return result;
 }
 
 Text clsZantorXml::readElement(TextView text, TextView name, double number, TextView notFoundValue) {
-  ElementFinder finder(text, name);
+  const Tags tags(text, name);
+  Element element;
+  Element matched;
+  std::size_t rest = 0;  // where the text begins that follows the last balanced element
   bool found = true;
-  for (double i = 1; found && i <= number; ++i) found = finder.findNext();
-  if (!finder.matched().empty()) lastElement_ = trimSpaces(finder.matched());
-  return Text(found ? finder.element() : notFoundValue);
+  for (double i = 1; found && i <= number; ++i) {
+    const auto open = std::lower_bound(tags.opens.begin(), tags.opens.end(), element.next);
+    found = open != tags.opens.end();
+    if (!found) break;
+    const bool closed = !tags.closes.empty() && *open < tags.closes.back();
+    element = closed ? elementAt(tags, *open) : unclosedElementAt(tags, *open, rest, element);
+    if (!element.balanced) continue;
+    matched = element;
+    rest = element.next;
+  }
+  const auto part = [text](const Element& e) { return text.substr(e.begin, e.end - e.begin); };
+  if (matched.balanced) lastElement_ = trimSpaces(part(matched));
+  return Text(found ? part(element) : notFoundValue);
 }
 
 float clsZantorXml::countOccurrences(TextView source, TextView marker, bool /*flag*/) {
   if (source.empty()) return -1;
-  return static_cast<float>(positionsOf(toUpper(source), toUpper(marker)).size());
+  return static_cast<float>(positionsOf(source, marker).size());
 }
 
 Text clsZantorXml::getBetween(TextView source, TextView openMark, TextView closeMark, bool caseSensitive,
                               bool withMarks) {
-  const auto find = [caseSensitive](TextView text, TextView mark, std::size_t from) {
-    return caseSensitive ? text.find(mark, from) : toUpper(text).find(toUpper(mark), from);
+  const auto find = [=](TextView mark, std::size_t from) {
+    return caseSensitive ? source.find(mark, from) : findIgnoringCase(source, mark, from);
   };
-  const std::size_t open = find(source, openMark, 0);
+  const std::size_t open = find(openMark, 0);
   if (open == TextView::npos) return {};
-  const std::size_t close = find(source, closeMark, open + 1);
+  const std::size_t close = find(closeMark, open + 1);
   if (close == TextView::npos) return {};
   if (withMarks) return Text(source.substr(open, close - open + closeMark.size()));
   const std::size_t inner = open + openMark.size();

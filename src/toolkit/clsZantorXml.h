@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/text.h"
 
 namespace fiar {
@@ -32,16 +34,13 @@ public:
 
   /// The element matched last, tags included; that of the last step where the path had several.
   const Text& lastElement() const { return lastElement_; }
-  /// How many calls of getTag() are active.
-  float callDepth() const { return callDepth_; }
 
 private:
-  Text followPath(TextView xmlText, TextView tagPath, TextView defaultValue, TextView notFoundValue);
-
+  Text followPath(TextView xmlText, const std::vector<TextView>& path, TextView defaultValue,
+                  TextView notFoundValue);
   Text readElement(TextView text, TextView name, double number, TextView notFoundValue);
 
   Text lastElement_;
-  float callDepth_ = 0;
 };
 
 }  // namespace fiar
