@@ -28,7 +28,8 @@ constexpr std::array<unsigned, 10> kDigits{075557, 022222, 071747, 071717, 05571
 constexpr int kDigitRows = 5;
 constexpr int kDigitColumns = 3;
 
-void drawDigits(const BitmapView& target, TextView text, int x, int y, Color color) {
+void drawDigits(const BitmapView& target, const fiar::PixelRect& /*area*/, TextView text, int x, int y,
+                Color color) {
   for (const char16_t digit : text) {
     for (int row = 0; row < kDigitRows; ++row) {
       for (int column = 0; column < kDigitColumns; ++column) {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "forms/color.h"
+#include "forms/pixels.h"
 #include "platform/text.h"
 
 namespace fiar {
@@ -73,7 +73,11 @@ public:
   int ListIndex() const { return listIndex_; }
   /// Selects an item (-1: none) and raises Click when that changes the selection. An index beyond the list is
   /// ignored.
-  void setListIndex(int index);
+  void setListIndex(int index) {
+    if (index == listIndex_ || index < -1 || index >= static_cast<int>(items_.size())) return;
+    listIndex_ = index;
+    if (Click) Click();
+  }
 
 private:
   std::vector<Text> items_;

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "forms/color.h"
+#include "forms/pixels.h"
 #include "platform/text.h"
 
 namespace fiar {

@@ -1,26 +1,9 @@
 #pragma once
 
 #include "forms/form.h"
+#include "forms/pixels.h"
 
 namespace fiar {
-
-/// A width and a height in pixels.
-struct PixelSize {
-  int width = 0;
-  int height = 0;
-
-  bool operator==(const PixelSize&) const = default;
-};
-
-/// Where something lies, in pixels.
-struct PixelRect {
-  int left = 0;
-  int top = 0;
-  int width = 0;
-  int height = 0;
-
-  bool operator==(const PixelRect&) const = default;
-};
 
 /// Where a form's controls lie in a client area of some size, in pixels. The one place where twips become
 /// pixels: the form is shown as large as the area allows, in the middle of it, with its proportions kept.

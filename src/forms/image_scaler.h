@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/bitmap.h"
+#include "forms/pixels.h"
 
 namespace fiar {
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace fiar {
 namespace {
@@ -12,35 +13,75 @@ struct Span {
   int end = 0;
 };
 
+/// The pixels where some columns and some rows meet.
+struct Area {
+  Span columns;
+  Span rows;
+
+  bool isEmpty() const { return columns.begin >= columns.end || rows.begin >= rows.end; }
+};
+
 /// A point or distance in pixels; pixel (x, y) covers the square from (x, y) to (x + 1, y + 1).
 struct Point {
   double x = 0;
   double y = 0;
 };
 
-// Beyond this a coordinate is as good as infinite, and whole numbers still have room to be reckoned with.
+// Beyond this a coordinate is as good as infinite; up to it there is room to compute in whole numbers.
 constexpr double kFarAway = 1e6;
 // The weights of a blend run from 0, all below, to this, all above.
 constexpr int kFullWeight = 256;
 
+Span overlap(Span a, Span b) {
+  return {std::max(a.begin, b.begin), std::min(a.end, b.end)};
+}
+
+Area overlap(const Area& a, const Area& b) {
+  return {overlap(a.columns, b.columns), overlap(a.rows, b.rows)};
+}
+
+Span hull(Span a, Span b) {
+  return {std::min(a.begin, b.begin), std::max(a.end, b.end)};
+}
+
+/// The smallest area that contains both.
+Area hull(const Area& a, const Area& b) {
+  if (a.isEmpty()) return b;
+  if (b.isEmpty()) return a;
+  return {hull(a.columns, b.columns), hull(a.rows, b.rows)};
+}
+
+Area toArea(const PixelRect& rect) {
+  return {{rect.left, rect.left + rect.width}, {rect.top, rect.top + rect.height}};
+}
+
+PixelRect toRect(const Area& area) {
+  if (area.isEmpty()) return {};
+  return {.left = area.columns.begin,
+          .top = area.rows.begin,
+          .width = area.columns.end - area.columns.begin,
+          .height = area.rows.end - area.rows.begin};
+}
+
+/// A colour as bitmaps hold it: with red and blue in each other's place.
 std::uint32_t pixelOf(Color color) {
-  return (std::uint32_t{redOf(color)} << 16) | (std::uint32_t{greenOf(color)} << 8) | blueOf(color);
+  return ((color & 0xFF) << 16) | (color & 0xFF00) | ((color >> 16) & 0xFF);
 }
 
-/// The number of [0, limit] that is nearest to the value; 0 for one that is not a number.
-double within(double value, double limit) {
-  return std::min(std::max(0.0, value), limit);
+/// The number of [least, most] that is nearest to the value; the least for one that is not a number.
+double limited(double value, double least, double most) {
+  return std::min(std::max(least, value), most);
 }
 
-/// Rounds down and stays within [0, limit].
-int floorWithin(double value, int limit) {
-  return static_cast<int>(within(value, limit));
+/// Rounds down and stays within the limits, which are not negative.
+int floorWithin(double value, Span limits) {
+  return static_cast<int>(limited(value, limits.begin, limits.end));
 }
 
-/// The pixels of a row whose centres lie less than `reach` from `middle`. Whatever the numbers, the span of a
-/// smaller reach lies inside the span of a larger one.
-Span centredSpan(double middle, double reach, int limit) {
-  return {floorWithin(middle - reach + 0.5, limit), floorWithin(middle + reach + 0.5, limit)};
+/// The pixels within the limits whose centres lie less than `reach` from `middle`. Whatever the numbers, the
+/// span of a smaller reach lies inside the span of a larger one.
+Span centredSpan(double middle, double reach, Span limits) {
+  return {floorWithin(middle - reach + 0.5, limits), floorWithin(middle + reach + 0.5, limits)};
 }
 
 /// Mixes two pixels: red and blue in one multiplication, green in another. Plain, without gamma correction,
@@ -56,15 +97,21 @@ std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t weight)
 
 /// A weight to blend with; anything outside its range counts as the nearest end of it.
 std::uint32_t toWeight(double weight) {
-  return static_cast<std::uint32_t>(static_cast<int>(within(weight, kFullWeight)));
+  return static_cast<std::uint32_t>(static_cast<int>(limited(weight, 0, kFullWeight)));
 }
 
 void fillSpan(std::uint32_t* row, int begin, int end, std::uint32_t pixel) {
   for (int x = begin; x < end; ++x) row[x] = pixel;
 }
 
+void fillArea(const BitmapView& target, const Area& area, std::uint32_t pixel) {
+  for (int y = area.rows.begin; y < area.rows.end; ++y) {
+    fillSpan(target.row(y), area.columns.begin, area.columns.end, pixel);
+  }
+}
+
 /// The soft edge of a disc: how much of a pixel lies inside, by the square of its distance from the centre.
-/// Runs from all to nothing over the pixel's width about the edge; linear in the square, so that no root is
+/// Falls from all to nothing over the pixel's width about the edge; linear in the square, so that no root is
 /// taken for a pixel and the weights of a disc add up to its exact area.
 struct DiscEdge {
   double insideSquared = 0;   ///< nearer than this: inside altogether (negative: no pixel is)
@@ -87,8 +134,9 @@ double rootOrZero(double square) {
   return square > 0 ? std::sqrt(square) : 0;
 }
 
-/// A rim about the centre, with its inside filled or left as it is. Where the rim meets the filling the two
-/// are mixed with each other alone, so that nothing shines through between them.
+/// A rim about the centre, with its inside filled or left as it is: the rim is an outer disc without an inner
+/// one. Where the rim meets the filling the two are mixed with each other alone, so that nothing shines
+/// through between them.
 class CirclePainter {
 public:
   /// `radius` is that of the rim's middle; `rimWidth` is at least 1 pixel, so that no pixel has both edges in
@@ -96,26 +144,26 @@ public:
   CirclePainter(Point centre, double radius, double rimWidth)
       : centre_(centre), outer_(radius + rimWidth / 2), inner_(std::max(0.0, radius - rimWidth / 2)) {}
 
-  void paint(const BitmapView& target, std::uint32_t rim, bool filled, std::uint32_t fill) const {
-    const Span rows = centredSpan(centre_.y, rootOrZero(outer_.outsideSquared), target.height);
-    for (int y = rows.begin; y < rows.end; ++y) paintRow(target, y, rim, filled, fill);
+  void paint(const BitmapView& target, const Area& area, const DrawCommand& command) const {
+    for (int y = area.rows.begin; y < area.rows.end; ++y) {
+      paintRow(target.row(y), y, area.columns, pixelOf(command.color), command.filled, pixelOf(command.fill));
+    }
   }
 
 private:
-  void paintRow(const BitmapView& target, int y, std::uint32_t rim, bool filled, std::uint32_t fill) const {
+  void paintRow(std::uint32_t* row, int y, Span columns, std::uint32_t rim, bool filled,
+                std::uint32_t fill) const {
     const double dy = y + 0.5 - centre_.y;
     const double dySquared = dy * dy;
     const auto span = [&](double reachSquared) {
-      return centredSpan(centre_.x, rootOrZero(reachSquared - dySquared), target.width);
+      return centredSpan(centre_.x, rootOrZero(reachSquared - dySquared), columns);
     };
-    // From outside to inside, each within the one before: touched at all, all rim or inside, not all rim, all
-    // inside.
-    const Span touched = span(outer_.outsideSquared);
-    const Span opaque = span(outer_.insideSquared);
-    const Span within = span(inner_.outsideSquared);
-    const Span inside = span(inner_.insideSquared);
+    // Each lies within the one before.
+    const Span outerTouched = span(outer_.outsideSquared);
+    const Span outerFull = span(outer_.insideSquared);
+    const Span innerTouched = span(inner_.outsideSquared);
+    const Span innerFull = span(inner_.insideSquared);
 
-    std::uint32_t* row = target.row(y);
     const auto squaredDistance = [&](int x) {
       const double dx = x + 0.5 - centre_.x;
       return dx * dx + dySquared;
@@ -128,13 +176,13 @@ private:
         row[x] = mix(rim, filled ? fill : row[x], inner_.weight(squaredDistance(x)));
       }
     };
-    outerEdge(touched.begin, opaque.begin);
-    fillSpan(row, opaque.begin, within.begin, rim);
-    innerEdge(within.begin, inside.begin);
-    if (filled) fillSpan(row, inside.begin, inside.end, fill);
-    innerEdge(inside.end, within.end);
-    fillSpan(row, within.end, opaque.end, rim);
-    outerEdge(opaque.end, touched.end);
+    outerEdge(outerTouched.begin, outerFull.begin);
+    fillSpan(row, outerFull.begin, innerTouched.begin, rim);
+    innerEdge(innerTouched.begin, innerFull.begin);
+    if (filled) fillSpan(row, innerFull.begin, innerFull.end, fill);
+    innerEdge(innerFull.end, innerTouched.end);
+    fillSpan(row, innerTouched.end, outerFull.end, rim);
+    outerEdge(outerFull.end, outerTouched.end);
   }
 
   Point centre_;
@@ -150,40 +198,32 @@ Span lineAcross(double position, int width, int limit) {
   return {begin, begin + width};
 }
 
-void fillRectangle(const BitmapView& target, Span columns, Span rows, std::uint32_t pixel) {
-  const int begin = std::max(columns.begin, 0);
-  const int end = std::min(columns.end, target.width);
-  const int bottom = std::min(rows.end, target.height);
-  for (int y = std::max(rows.begin, 0); y < bottom; ++y) fillSpan(target.row(y), begin, end, pixel);
+/// The pixels from a line across one end to a line across the other, so that corners are square.
+Span lineAlong(double a, double b, int width, int limit) {
+  return hull(lineAcross(a, width, limit), lineAcross(b, width, limit));
 }
 
-/// A line along a row or column: whole pixels only. Its ends reach as far as a line across them would, so
-/// that corners are square.
-void paintStraightLine(const BitmapView& target, Point from, Point to, double width, std::uint32_t pixel) {
-  const int wholeWidth = static_cast<int>(std::lround(width));
-  const auto between = [&](double a, double b, int limit) {
-    return Span{lineAcross(std::min(a, b), wholeWidth, limit).begin,
-                lineAcross(std::max(a, b), wholeWidth, limit).end};
-  };
-  fillRectangle(target, between(from.x, to.x, target.width), between(from.y, to.y, target.height), pixel);
+bool isStraight(Point from, Point to) {
+  return from.x == to.x || from.y == to.y;
 }
 
-/// A line in any other direction, with round ends.
-void paintSlantedLine(const BitmapView& target, Point from, Point to, double width, std::uint32_t pixel) {
+/// How far from its middle a slanted line or a rim is seen.
+double softReach(double lineWidth) {
+  return lineWidth / 2 + 0.5;
+}
+
+/// A line that is neither horizontal nor vertical, with round ends.
+void paintSlantedLine(const BitmapView& target, const Area& area, Point from, Point to, double width,
+                      std::uint32_t pixel) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
   const Point along = {(to.x - from.x) / length, (to.y - from.y) / length};
-  const double reach = width / 2 + 0.5;
-  const auto grown = [&](double a, double b, int limit) {
-    return Span{floorWithin(std::min(a, b) - reach, limit), floorWithin(std::max(a, b) + reach + 1, limit)};
-  };
-  const Span rows = grown(from.y, to.y, target.height);
-  const Span columns = grown(from.x, to.x, target.width);
-  for (int y = rows.begin; y < rows.end; ++y) {
+  const double reach = softReach(width);
+  for (int y = area.rows.begin; y < area.rows.end; ++y) {
     std::uint32_t* row = target.row(y);
     const double dy = y + 0.5 - from.y;
     const double middle = from.x + dy * along.x / along.y;
-    const Span near = centredSpan(middle, reach / std::abs(along.y) + 1, target.width);
-    for (int x = std::max(near.begin, columns.begin); x < std::min(near.end, columns.end); ++x) {
+    const Span columns = centredSpan(middle, reach / std::abs(along.y) + 1, area.columns);
+    for (int x = columns.begin; x < columns.end; ++x) {
       const double dx = x + 0.5 - from.x;
       const double across = dx * along.y - dy * along.x;
       const double travelled = dx * along.x + dy * along.y;
@@ -194,77 +234,132 @@ void paintSlantedLine(const BitmapView& target, Point from, Point to, double wid
   }
 }
 
-bool isSound(const DrawCommand& command) {
+bool isFinite(const DrawCommand& command) {
   return std::isfinite(command.x1) && std::isfinite(command.y1) && std::isfinite(command.x2) &&
          std::isfinite(command.y2);
 }
-
-/// Paints commands one by one onto a bitmap that is not empty.
-class Painter {
-public:
-  Painter(const PaintScale& scale, const BitmapView& target) : scale_(scale), target_(target) {}
-
-  void paintLine(const DrawCommand& command) const {
-    const Point from = toPixels(command.x1, command.y1);
-    const Point to = toPixels(command.x2, command.y2);
-    const auto paintAs = from.x == to.x || from.y == to.y ? paintStraightLine : paintSlantedLine;
-    paintAs(target_, from, to, lineWidth(command), pixelOf(command.color));
-  }
-
-  void paintCircle(const DrawCommand& command) const {
-    const double radius = command.x2 * scale_.pixelsPerTwip;
-    if (!(radius > 0)) return;
-    CirclePainter(toPixels(command.x1, command.y1), radius, lineWidth(command))
-        .paint(target_, pixelOf(command.color), command.filled, pixelOf(command.fill));
-  }
-
-  void paintText(const DrawCommand& command, TextView text, const TextDrawer& drawText) const {
-    const Point corner = toPixels(command.x1, command.y1);
-    if (!(corner.x > -kFarAway && corner.x < target_.width)) return;
-    if (!(corner.y > -kFarAway && corner.y < target_.height)) return;
-    drawText(target_, text, static_cast<int>(std::lround(corner.x)), static_cast<int>(std::lround(corner.y)),
-             command.color);
-  }
-
-private:
-  Point toPixels(float x, float y) const { return {x * scale_.pixelsPerTwip, y * scale_.pixelsPerTwip}; }
-
-  double lineWidth(const DrawCommand& command) const {
-    return std::clamp(command.drawWidth * scale_.pixelsPerDrawWidth, 1.0, kFarAway);
-  }
-
-  const PaintScale& scale_;
-  const BitmapView& target_;
-};
 
 bool isUsable(double scale) {
   return scale > 0 && scale < kFarAway;
 }
 
+/// Turns the commands of a picture of some size into pixels.
+class Painter {
+public:
+  Painter(const PaintScale& scale, PixelSize size) : scale_(scale), size_(size) {}
+
+  Area wholeArea() const { return {{0, size_.width}, {0, size_.height}}; }
+
+  /// All pixels of the picture that the command can change.
+  Area areaOf(const DrawCommand& command) const {
+    if (!isUsable(scale_.pixelsPerTwip) || !isUsable(scale_.pixelsPerDrawWidth) || !isFinite(command)) {
+      return {};
+    }
+    switch (command.kind) {
+      case DrawCommand::Kind::Line:
+        return overlap(lineArea(from(command), to(command), lineWidth(command)), wholeArea());
+      case DrawCommand::Kind::Circle:
+        return circleArea(from(command), radius(command), lineWidth(command));
+      case DrawCommand::Kind::Print:
+        break;  // Letters may reach farther than their line says.
+    }
+    return wholeArea();
+  }
+
+  void paintLine(const BitmapView& target, const Area& area, const DrawCommand& command) const {
+    if (isStraight(from(command), to(command))) {
+      fillArea(target, area, pixelOf(command.color));
+    } else {
+      paintSlantedLine(target, area, from(command), to(command), lineWidth(command), pixelOf(command.color));
+    }
+  }
+
+  void paintCircle(const BitmapView& target, const Area& area, const DrawCommand& command) const {
+    CirclePainter(from(command), radius(command), lineWidth(command)).paint(target, area, command);
+  }
+
+  void paintText(const BitmapView& target, const Area& area, const DrawCommand& command, TextView text,
+                 const TextDrawer& drawText) const {
+    const Point corner = from(command);
+    if (!(corner.x > -kFarAway && corner.x < size_.width)) return;
+    if (!(corner.y > -kFarAway && corner.y < size_.height)) return;
+    drawText(target, toRect(area), text, static_cast<int>(std::lround(corner.x)),
+             static_cast<int>(std::lround(corner.y)), command.color);
+  }
+
+private:
+  Area lineArea(Point from, Point to, double width) const {
+    if (isStraight(from, to)) {
+      const int wholeWidth = static_cast<int>(std::lround(width));
+      return {lineAlong(from.x, to.x, wholeWidth, size_.width),
+              lineAlong(from.y, to.y, wholeWidth, size_.height)};
+    }
+    const double reach = softReach(width);
+    const auto grown = [&](double a, double b, Span limits) {
+      return Span{floorWithin(std::min(a, b) - reach, limits),
+                  floorWithin(std::max(a, b) + reach + 1, limits)};
+    };
+    return {grown(from.x, to.x, wholeArea().columns), grown(from.y, to.y, wholeArea().rows)};
+  }
+
+  Area circleArea(Point centre, double radius, double rimWidth) const {
+    if (!(radius > 0)) return {};
+    const double reach = radius + softReach(rimWidth);
+    return {centredSpan(centre.x, reach, wholeArea().columns),
+            centredSpan(centre.y, reach, wholeArea().rows)};
+  }
+
+  Point from(const DrawCommand& command) const { return toPixels(command.x1, command.y1); }
+  Point to(const DrawCommand& command) const { return toPixels(command.x2, command.y2); }
+  Point toPixels(float x, float y) const { return {x * scale_.pixelsPerTwip, y * scale_.pixelsPerTwip}; }
+  double radius(const DrawCommand& command) const { return command.x2 * scale_.pixelsPerTwip; }
+  double lineWidth(const DrawCommand& command) const {
+    return std::clamp(command.drawWidth * scale_.pixelsPerDrawWidth, 1.0, kFarAway);
+  }
+
+  const PaintScale& scale_;
+  PixelSize size_;
+};
+
 }  // namespace
 
 void paint(const DrawingList& drawing, Color backColor, const PaintScale& scale, const BitmapView& target,
-           const TextDrawer& drawText) {
+           const TextDrawer& drawText, const PixelRect& area) {
   if (target.pixels == nullptr || target.width <= 0 || target.height <= 0) return;
-  const std::uint32_t background = pixelOf(backColor);
-  for (int y = 0; y < target.height; ++y) fillSpan(target.row(y), 0, target.width, background);
-  if (!isUsable(scale.pixelsPerTwip) || !isUsable(scale.pixelsPerDrawWidth)) return;
-
-  const Painter painter(scale, target);
+  const Painter painter(scale, {target.width, target.height});
+  const Area asked = overlap(toArea(area), painter.wholeArea());
+  fillArea(target, asked, pixelOf(backColor));
   for (const DrawCommand& command : drawing.commands) {
-    if (!isSound(command)) continue;
+    const Area visible = overlap(painter.areaOf(command), asked);
+    if (visible.isEmpty()) continue;
     switch (command.kind) {
       case DrawCommand::Kind::Line:
-        painter.paintLine(command);
+        painter.paintLine(target, visible, command);
         break;
       case DrawCommand::Kind::Circle:
-        painter.paintCircle(command);
+        painter.paintCircle(target, visible, command);
         break;
       case DrawCommand::Kind::Print:
-        if (drawText) painter.paintText(command, drawing.text(command), drawText);
+        if (drawText) painter.paintText(target, visible, command, drawing.text(command), drawText);
         break;
     }
   }
+}
+
+PixelRect changedArea(const DrawingList& before, const DrawingList& after, const PaintScale& scale,
+                      PixelSize size) {
+  const Painter painter(scale, size);
+  // Equal commands print equal texts only if all characters are equal.
+  if (before.characters != after.characters) return toRect(painter.wholeArea());
+  const auto [oldBegin, newBegin] = std::mismatch(before.commands.begin(), before.commands.end(),
+                                                  after.commands.begin(), after.commands.end());
+  const auto [oldEnd, newEnd] = std::mismatch(before.commands.rbegin(), std::make_reverse_iterator(oldBegin),
+                                              after.commands.rbegin(), std::make_reverse_iterator(newBegin));
+  Area changed;
+  const auto add = [&](const DrawCommand& command) { changed = hull(changed, painter.areaOf(command)); };
+  std::for_each(oldBegin, oldEnd.base(), add);
+  std::for_each(newBegin, newEnd.base(), add);
+  return toRect(changed);
 }
 
 }  // namespace fiar

@@ -1,6 +1,7 @@
 #include "forms/picture_box.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "forms/units.h"
 
@@ -12,6 +13,15 @@ constexpr double kLineSpacing = 1.2;
 
 std::uint16_t lineWidth(int drawWidth) {
   return static_cast<std::uint16_t>(std::clamp(drawWidth, 1, 1000));
+}
+
+// A size that is meant to hold a whole number of cells may miss it by the rounding of the division.
+constexpr double kRoundingRoom = 1e-6;
+
+float movedAlong(double length, double step, float from, int cells) {
+  const double last = std::max(0.0, std::floor(length / step + kRoundingRoom) - 1);
+  const double cell = std::clamp(std::floor(from / step), 0.0, last);
+  return static_cast<float>((std::clamp(cell + cells, 0.0, last) + 0.5) * step);
 }
 
 }  // namespace
@@ -55,6 +65,11 @@ void PictureBox::Print(TextView text) {
   drawing_.characters.insert(drawing_.characters.end(), text.begin(), text.end());
   CurrentX = 0;
   CurrentY += static_cast<float>(Font.points * kTwipsPerPoint * kLineSpacing);
+}
+
+PicturePoint movedByKey(const PictureBox& box, PicturePoint from, KeyMove move) {
+  return {.x = movedAlong(box.Width, box.KeyStep, from.x, move.columns),
+          .y = movedAlong(box.Height, box.KeyStep, from.y, move.rows)};
 }
 
 }  // namespace fiar

@@ -5,14 +5,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numbers>
+#include <random>
 #include <tuple>
 #include <vector>
 
 #include "forms/image_scaler.h"
 #include "forms/painter.h"
 #include "forms/picture_box.h"
+#include "support/allocation_count.h"
 
 namespace fiar {
 namespace {
@@ -33,17 +36,21 @@ public:
         pixels_(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height + 2 * kMargin), kCanary),
         view{&pixels_[kMargin * (static_cast<std::size_t>(stride_) + 1)], width, height, stride_} {}
 
-  Canvas& paint(const PictureBox& box, const PaintScale& scale = kPixels, const TextDrawer& drawText = {}) {
-    fiar::paint(box.drawing(), box.BackColor, scale, view, drawText);
+  Canvas& paint(const PictureBox& box, const PaintScale& scale = kPixels, const TextDrawer& drawText = {},
+                const PixelRect& area = kWholePicture) {
+    fiar::paint(box.drawing(), box.BackColor, scale, view, drawText, area);
     return *this;
   }
 
   std::uint32_t& at(int x, int y) { return view.row(y)[x]; }
 
-  bool isWhole() const {
-    const auto inside = static_cast<std::ptrdiff_t>(view.width) * view.height;
-    return std::count(pixels_.begin(), pixels_.end(), kCanary) == std::ssize(pixels_) - inside;
+  bool operator==(const Canvas& other) const { return pixels_ == other.pixels_; }
+
+  /// How many pixels of the picture have been painted, if none beside it has.
+  int painted() const {
+    return static_cast<int>(std::ssize(pixels_) - std::count(pixels_.begin(), pixels_.end(), kCanary));
   }
+  bool isWhole() const { return painted() == view.width * view.height; }
 
   /// The sum of one channel of the pixels, in whole pixels of its full colour.
   double area(int shift = kRed) {
@@ -172,7 +179,7 @@ TEST(Painter, WhateverTheCoordinatesNothingIsWrittenOutsideTheBitmap) {
       box.Print(u"text");
     }
   }
-  const TextDrawer near = [](const BitmapView& target, TextView, int x, int y, Color) {
+  const TextDrawer near = [](const BitmapView& target, const PixelRect&, TextView, int x, int y, Color) {
     EXPECT_LT(x, target.width);
     EXPECT_LT(y, target.height);
   };
@@ -206,7 +213,8 @@ TEST(Painter, HandsTextsOverAtTheirPixelsOnTopOfWhatWasDrawnBefore) {
   box.CurrentY = 41;
   for (const TextView text : {u"five", u"", u"row"}) box.Print(text);
   std::string seen;
-  const TextDrawer drawText = [&](const BitmapView& target, TextView text, int x, int y, Color color) {
+  const TextDrawer drawText = [&](const BitmapView& target, const PixelRect&, TextView text, int x, int y,
+                                  Color color) {
     EXPECT_EQ(target.row(10)[10], 0xFF0000U);
     EXPECT_EQ(color, 0x123456U);
     seen += toUtf8(text) + "@" + std::to_string(x) + "," + std::to_string(y) + " ";
@@ -216,6 +224,137 @@ TEST(Painter, HandsTextsOverAtTheirPixelsOnTopOfWhatWasDrawnBefore) {
   EXPECT_EQ(seen, "five@20,21 @0,141 row@0,261 ");
   box.Cls();
   EXPECT_EQ(box.CurrentY, 0);
+}
+
+using Item = std::mt19937::result_type;
+constexpr float kSide = 900;  // of the picture that random items are drawn on, in twips
+
+/// Draws a line, a circle or a text that only `item` decides on, in, about and across the picture's edges.
+void drawItem(PictureBox& box, Item item) {
+  std::mt19937 random(item);
+  const auto place = [&] {
+    constexpr std::array kEdges{0.0F, kSide};
+    return random() % 4 == 0 ? kEdges[random() % 2] : static_cast<float>(random() % 1200) - 150;
+  };
+  const float x = place();
+  const float y = place();
+  box.DrawWidth = static_cast<int>(1 + random() % 4);
+  box.FillStyle = static_cast<FillStyle>(random() % 2);
+  box.FillColor = static_cast<Color>(random());
+  const auto kind = random() % 10;
+  if (kind < 2)
+    box.Line(x, y, place(), y, kWhite);
+  else if (kind < 4)
+    box.Line(x, y, x, place(), kWhite);
+  else if (kind < 6)
+    box.Line(x, y, place(), place(), kWhite);
+  else if (kind < 9)
+    box.Circle(x, y, place() / 4, kGreen);
+  else {
+    box.CurrentX = x;
+    box.CurrentY = y;
+    box.Print(u"text");
+  }
+}
+
+PictureBox boxOf(const std::vector<Item>& items) {
+  PictureBox box;
+  for (const Item item : items) drawItem(box, item);
+  return box;
+}
+
+/// Changes some items: one more, one less, another one, other ones throughout, or none.
+std::vector<Item> changed(std::vector<Item> items, std::mt19937& random) {
+  const auto place = items.begin() + static_cast<std::ptrdiff_t>(random() % items.size());
+  switch (random() % 5) {
+    case 0:
+      items.insert(place, random());
+      break;
+    case 1:
+      items.erase(place);
+      break;
+    case 2:
+      *place = random();
+      break;
+    case 3:
+      std::generate(items.begin(), items.end(), std::ref(random));
+      break;
+    default:
+      break;
+  }
+  return items;
+}
+
+/// A text whose pixels depend on what is below, about its corner.
+void drawBlot(const BitmapView& target, const PixelRect& area, TextView /*text*/, int x, int y, Color color) {
+  for (int row = std::max(area.top, y - 3); row < std::min(area.top + area.height, y + 9); ++row) {
+    for (int column = std::max(area.left, x - 3); column < std::min(area.left + area.width, x + 20);
+         ++column) {
+      target.row(row)[column] = (target.row(row)[column] * 3 + color) & 0x00FFFFFF;
+    }
+  }
+}
+
+TEST(Painter, APaintedAreaHasThePixelsOfAWholePainting) {
+  std::mt19937 random(20261123);
+  for (int round = 0; round < 1000; ++round) {
+    SCOPED_TRACE(round);
+    std::vector<Item> items(1 + random() % 12);
+    std::generate(items.begin(), items.end(), std::ref(random));
+    const PictureBox before = boxOf(items);
+    const PictureBox after = boxOf(changed(items, random));
+    const double pixelsPerTwip = static_cast<double>(5 + random() % 100) / kSide;
+    const PaintScale scale{.pixelsPerTwip = pixelsPerTwip, .pixelsPerDrawWidth = 15 * pixelsPerTwip};
+    const int width = static_cast<int>(std::lround(pixelsPerTwip * kSide));
+    const int height = 1 + static_cast<int>(random() % 100);
+
+    Canvas whole(width, height);
+    whole.paint(after, scale, drawBlot);
+    const PixelRect area = changedArea(before.drawing(), after.drawing(), scale, {width, height});
+    Canvas shown(width, height);
+    shown.paint(before, scale, drawBlot).paint(after, scale, drawBlot, area);
+    ASSERT_TRUE(shown == whole);
+
+    const auto number = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const PixelRect any{number(width + 9) - 9, number(height + 9) - 9, number(width), number(height)};
+    Canvas part(width, height);
+    part.paint(after, scale, drawBlot, any);
+    for (int y = 0; y < height; ++y) {
+      for (int x = 0; x < width; ++x) {
+        const bool inside =
+            x >= any.left && x < any.left + any.width && y >= any.top && y < any.top + any.height;
+        ASSERT_EQ(part.at(x, y), inside ? whole.at(x, y) : kCanary) << x << ' ' << y;
+      }
+    }
+  }
+}
+
+TEST(Painter, ARingThatMovesByACellTouchesTwoCellsAndAllocatesNothing) {
+  constexpr float kCell = 332;
+  const auto boardWithRing = [](float column) {
+    PictureBox box = boxWith(2, FillStyle::Solid, 0xFF);
+    for (int i = 0; i < 900; ++i) {
+      const auto cell = [](int number) { return (static_cast<float>(number) + 0.5F) * kCell; };
+      box.Circle(cell(i / 30), cell(i % 30), 0.45F * kCell, kWhite);
+    }
+    box.FillStyle = FillStyle::Transparent;
+    box.Circle((column + 0.5F) * kCell, 7.5F * kCell, 0.45F * kCell, kGreen);
+    return box;
+  };
+  const PictureBox before = boardWithRing(7);
+  const PictureBox after = boardWithRing(8);
+  for (const int side : {664, 1992}) {
+    Canvas canvas(side, side);
+    const PaintScale scale{.pixelsPerTwip = side / 9960.0, .pixelsPerDrawWidth = side / 664.0};
+    const std::size_t allocations = test::allocationCount();
+    const PixelRect area = changedArea(before.drawing(), after.drawing(), scale, {side, side});
+    canvas.paint(after, scale, {}, area);
+    EXPECT_EQ(test::allocationCount(), allocations);
+    // A ring's soft edge may reach a pixel beyond its cell.
+    const double cell = side / 30.0;
+    EXPECT_LE(canvas.painted(), (2 * cell + 1) * (cell + 1));
+    EXPECT_GT(canvas.painted(), cell * cell);
+  }
 }
 
 TEST(ImageScaler, KeepsPlainColoursAndWritesNothingBesideTheTarget) {

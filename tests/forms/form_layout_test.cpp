@@ -5,7 +5,7 @@
 #include <cmath>
 #include <tuple>
 
-#include "forms/key_pointer.h"
+#include "forms/picture_box.h"
 
 namespace fiar {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "forms/color.h"
+#include "forms/pixels.h"
 #include "platform/text.h"
 
 namespace fiar::win32 {

@@ -68,9 +68,10 @@ FontHandle makeFont(const FontSpec& font, double scale) {
   return FontHandle(require(CreateFontIndirectW(&description), "CreateFontIndirect"));
 }
 
-void drawTextAt(HDC context, TextView text, int x, int y, HFONT font, Color color) {
+void drawTextAt(HDC context, const PixelRect& area, TextView text, int x, int y, HFONT font, Color color) {
   const TextSettings settings(context, font, color);
-  TextOutW(context, x, y, wideData(text), static_cast<int>(text.size()));
+  const RECT clip{area.left, area.top, area.left + area.width, area.top + area.height};
+  ExtTextOutW(context, x, y, ETO_CLIPPED, &clip, wideData(text), static_cast<UINT>(text.size()), nullptr);
 }
 
 void drawTextIn(HDC context, TextView text, RECT area, TextPlace place, HFONT font, Color color) {

@@ -47,8 +47,8 @@ std::optional<KeyMove> moveOf(WPARAM key) {
 
 PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlSurroundings& surroundings)
     : Window(surroundings.gate), ControlWindow(box), box_(box), pictures_(surroundings.pictures) {
-  textDrawer_ = [this](const BitmapView&, TextView text, int x, int y, Color color) {
-    drawTextAt(buffer_.context(), text, x, y, font_.get(), color);
+  textDrawer_ = [this](const BitmapView&, const PixelRect& area, TextView text, int x, int y, Color color) {
+    drawTextAt(buffer_.context(), area, text, x, y, font_.get(), color);
     GdiFlush();
   };
 }

@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "forms/key_pointer.h"
 #include "forms/painter.h"
 #include "forms/picture_box.h"
 #include "win32/window/control_window.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "forms/bitmap.h"
+#include "forms/pixels.h"
 #include "forms/controls.h"
 #include "platform/platform.h"
 

@@ -4,8 +4,7 @@
 
 #include <optional>
 
-#include "forms/bitmap.h"
-#include "forms/form_layout.h"
+#include "forms/pixels.h"
 #include "win32/handle.h"
 
 namespace fiar::win32 {
