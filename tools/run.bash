@@ -8,8 +8,7 @@ run() {
   local child code=0
   "$@" <&0 &
   child=$!
-  # shellcheck disable=SC2064  # the child of now is meant
-  trap "kill -TERM $child 2>/dev/null || true" HUP INT TERM
+  trap 'kill -TERM "$child" 2>/dev/null || true' HUP INT TERM
   wait "$child" || code=$?
   # A signal ends the wait before the child has ended.
   while kill -0 "$child" 2>/dev/null; do
