@@ -12,7 +12,6 @@
 #include <tuple>
 #include <vector>
 
-#include "forms/image_scaler.h"
 #include "forms/painter.h"
 #include "forms/picture_box.h"
 #include "support/allocation_count.h"
@@ -354,40 +353,6 @@ TEST(Painter, ARingThatMovesByACellTouchesTwoCellsAndAllocatesNothing) {
     const double cell = side / 30.0;
     EXPECT_LE(canvas.painted(), (2 * cell + 1) * (cell + 1));
     EXPECT_GT(canvas.painted(), cell * cell);
-  }
-}
-
-TEST(ImageScaler, KeepsPlainColoursAndWritesNothingBesideTheTarget) {
-  Canvas plain(31, 45);
-  for (int i = 0; i < 31 * 45; ++i) plain.at(i % 31, i / 31) = 0xFF12FE80;
-  for (const auto& [width, height] : {std::pair{1, 1}, {7, 5}, {31, 45}, {119, 157}, {40, 300}}) {
-    Canvas target(width, height);
-    scaleImage(plain.view, target.view);
-    for (int i = 0; i < width * height; ++i) ASSERT_EQ(target.at(i % width, i / width), 0x0012FE80U) << i;
-    EXPECT_TRUE(target.isWhole());
-  }
-  // No image leaves the target as it is, and no target is written.
-  Canvas untouched(3, 3);
-  scaleImage({}, untouched.view);
-  EXPECT_EQ(untouched.at(1, 1), kCanary);
-  scaleImage(plain.view, {});
-}
-
-TEST(ImageScaler, KeepsPlacesAndBrightnessAndStaysInRange) {
-  // A white upper left quarter, at half, at three times, at an odd and at its own size.
-  Canvas source(80, 60);
-  for (int i = 0; i < 80 * 60; ++i) source.at(i % 80, i / 80) = i % 80 < 40 && i / 80 < 30 ? kWhite : kBlack;
-  for (const auto& [width, height] : {std::pair{40, 30}, {240, 180}, {53, 41}, {80, 60}}) {
-    SCOPED_TRACE(width);
-    Canvas target(width, height);
-    scaleImage(source.view, target.view);
-    for (const int channel : {0, kGreenChannel, kRed}) {
-      EXPECT_NEAR(target.area(channel) / (width * height), 1 / 4.0, 1 / 255.0);
-    }
-    const int left = width * 2 / 5, right = width * 3 / 5, above = height * 2 / 5, below = height * 3 / 5;
-    EXPECT_EQ(target.at(left, above), 0x00FFFFFFU);
-    for (int x = 1; x < width; ++x) EXPECT_LE(target.at(x, above), target.at(x - 1, above)) << x;
-    EXPECT_EQ(target.at(right, above) | target.at(left, below), 0U);
   }
 }
 

@@ -90,9 +90,10 @@ protected:
   }
 
   std::vector<std::uint32_t> shown(int width, int height) const {
-    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    Pictures(*this).show({u"PICTURE"}, {pixels.data(), width, height, width});
-    return pixels;
+    const PixelBuffer buffer({width, height});
+    Pictures(*this).show({u"PICTURE"}, buffer);
+    const BitmapView view = buffer.pixels();
+    return {view.pixels, view.row(height)};
   }
 
   const ComApartment apartment;

@@ -98,7 +98,7 @@ void PictureBoxWindow::render() {
   if (box_.Picture.resource.empty()) {
     paint(box_.drawing(), box_.BackColor, scale_, buffer_.pixels(), textDrawer_);
   } else {
-    pictures_.show(box_.Picture, buffer_.pixels());
+    pictures_.show(box_.Picture, buffer_);
   }
   focusShown_ = focused_ && focusShows();
   if (focusShown_) drawFocusFrame();

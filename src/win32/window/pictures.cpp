@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "forms/image_scaler.h"
 #include "win32/window/com.h"
 // After <windows.h>, whose types it uses.
 #include <wincodec.h>
@@ -69,13 +68,18 @@ void Pictures::check(const PictureRef& picture) const {
   if (!decode(picture.resource)) throw PictureError(picture.resource, kMissing);
 }
 
-void Pictures::show(const PictureRef& picture, const BitmapView& target) {
+void Pictures::show(const PictureRef& picture, const PixelBuffer& target) {
+  const PixelSize size = target.size();
   Decoded* image = decoded(Text(picture.resource) + Text(kSmallCopy));
-  if (image == nullptr || image->width < target.width || image->height < target.height) {
+  if (image == nullptr || image->width < size.width || image->height < size.height) {
     image = decoded(picture.resource);
     if (image == nullptr) throw PictureError(picture.resource, kMissing);
   }
-  scaleImage({image->pixels.data(), image->width, image->height, image->width}, target);
+  SetStretchBltMode(target.context(), HALFTONE);
+  SetBrushOrgEx(target.context(), 0, 0, nullptr);  // the mode asks for it
+  const BITMAPINFO description = describePixels({image->width, image->height});
+  StretchDIBits(target.context(), 0, 0, size.width, size.height, 0, 0, image->width, image->height,
+                image->pixels.data(), &description, DIB_RGB_COLORS, SRCCOPY);
   if (!keeping_) kept_.clear();
 }
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "forms/pixels.h"
 #include "forms/controls.h"
 #include "platform/platform.h"
+#include "win32/window/pixel_buffer.h"
 
 namespace fiar::win32 {
 
@@ -20,15 +20,15 @@ public:
 
 /// The pictures in the program's resources, in any format that the system knows. A decoded picture is large
 /// and seldom needed, so it is not kept, but for the time in which sizes change again and again. A picture
-/// may have a copy with fewer pixels, which costs less time: a resource of its name with "SMALL" behind it.
+/// may have a copy with fewer pixels, which costs less time: a resource of its name with "SMALL" after it.
 /// The copy is shown where it is large enough.
 class Pictures {
 public:
   /// \param resources outlives this object.
   explicit Pictures(const Resources& resources) : resources_(resources) {}
 
-  /// Shows a picture in the size of the target. Throws PictureError.
-  void show(const PictureRef& picture, const BitmapView& target);
+  /// Draws a picture in the size of the target. Throws PictureError.
+  void show(const PictureRef& picture, const PixelBuffer& target);
   /// Throws PictureError if the picture itself, whatever its copy, cannot be shown.
   void check(const PictureRef& picture) const;
 

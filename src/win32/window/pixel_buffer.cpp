@@ -6,6 +6,16 @@
 
 namespace fiar::win32 {
 
+BITMAPINFO describePixels(PixelSize size) {
+  BITMAPINFO description{};
+  description.bmiHeader.biSize = sizeof(description.bmiHeader);
+  description.bmiHeader.biWidth = size.width;
+  description.bmiHeader.biHeight = -size.height;  // rows from top to bottom
+  description.bmiHeader.biPlanes = 1;
+  description.bmiHeader.biBitCount = 32;
+  return description;
+}
+
 void PixelBuffer::resize(PixelSize size) {
   if (size == size_) return;
   if (!context_) context_.reset(require(CreateCompatibleDC(nullptr), "CreateCompatibleDC"));
@@ -13,12 +23,7 @@ void PixelBuffer::resize(PixelSize size) {
   bitmap_.reset();
   size_ = {};
 
-  BITMAPINFO description{};
-  description.bmiHeader.biSize = sizeof(description.bmiHeader);
-  description.bmiHeader.biWidth = size.width;
-  description.bmiHeader.biHeight = -size.height;  // rows from top to bottom
-  description.bmiHeader.biPlanes = 1;
-  description.bmiHeader.biBitCount = 32;
+  const BITMAPINFO description = describePixels(size);
   void* pixels = nullptr;
   const HBITMAP bitmap = CreateDIBSection(context_.get(), &description, DIB_RGB_COLORS, &pixels, nullptr, 0);
   bitmap_.reset(require(bitmap, "CreateDIBSection"));
