@@ -63,7 +63,6 @@ void mainFrm::designControls() {
   Check1.Caption = u"Sound";
   Check1.Value = 1;
   Check1.ForeColor = kSoundTextColor;
-  Check1.BackColor = kBackgroundColor;
   Check1.Font = {u"Arial", 12, true};
 
   Timer1.Interval = kTickMilliseconds;

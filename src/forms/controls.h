@@ -50,12 +50,11 @@ struct CommandButton : Control {
   std::function<void()> Click;
 };
 
-/// A check box; its value is 0 (unchecked), 1 (checked) or 2 (greyed).
+/// A check box on the picture of its container; its value is 0 (unchecked), 1 (checked) or 2 (greyed).
 struct CheckBox : Control {
   Text Caption;
   FontSpec Font;
   Color ForeColor = kBlack;
-  Color BackColor = kWhite;
   int Value = 0;
   std::function<void()> Click;
 };

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <memory>
+#include <optional>
 
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
@@ -27,10 +27,7 @@ int run(int showCommand) {
   MersenneTwister random;
   Win32SoundPlayer sound;
   RecordedDatabase database;
-  EventGate gate;
-  FormWindow* keyTaker = nullptr;
-  Win32Events events(
-      [&keyTaker](const MSG& message) { return keyTaker != nullptr && keyTaker->dealsWith(message); });
+  Win32Events events;
   const Platform platform{systemClock(),
                           CodePage::system(),
                           systemRegionalFormat(),
@@ -44,15 +41,14 @@ int run(int showCommand) {
 
   Toolkit toolkit(platform);
   mainFrm mainWindow(toolkit);
-  std::unique_ptr<FormWindow> window;
+  std::optional<FormWindow> window;
   startUpMod::ProgramValues values;
   startUpMod::Main(toolkit, values, [&] {
-    window = std::make_unique<FormWindow>(mainWindow.form, gate, resources);
-    keyTaker = window.get();
+    window.emplace(mainWindow.form, resources);
     window->show(showCommand);
   });
   const int exitCode = events.runUntilQuit();
-  gate.rethrowFailure();
+  window->rethrowFailure();
   return exitCode;
 }
 

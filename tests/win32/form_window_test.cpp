@@ -5,6 +5,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <stdexcept>
 #include <vector>
 
@@ -31,6 +32,8 @@ protected:
     form.Height = background.Height = 1500;
     board.Left = board.Width = board.Height = 1500;
     board.Container = button.Container = list.Container = &background;
+    list.Width = 1200;
+    list.Height = 315;
     board.TabStop = true;
     board.KeyStep = 150;
     const auto note = [this](char kind) {
@@ -43,7 +46,7 @@ protected:
     button.Click = [this] { ++clicks; };
     form.controls = {&background, &list, &button, &board};
     form.timers = {&clock};
-    window = std::make_unique<FormWindow>(form, gate, resources);
+    window = std::make_unique<FormWindow>(form, resources);
     window->show(SW_SHOWNORMAL);
   }
 
@@ -62,11 +65,10 @@ protected:
     for (const PointerEvent& event : pointer) all += event.kind;
     return all;
   }
-  bool dealsWithKey(WPARAM key) { return window->dealsWith({GetFocus(), WM_KEYDOWN, key, 1, 0, {}}); }
+  void press(WPARAM key) { SendMessageW(GetFocus(), WM_KEYDOWN, key, 1); }
 
   ComApartment apartment;
   FileResources resources{FIAR_RESOURCE_DIR};
-  EventGate gate;
   Form form;
   PictureBox background;
   PictureBox board;
@@ -163,10 +165,10 @@ TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {
   EXPECT_EQ(pointer.back().button, kLeftButton);
   // Tab goes round in the order of the form.
   for (const HWND next : {buttonWindow(), boardWindow(), listWindow(), buttonWindow()}) {
-    EXPECT_TRUE(dealsWithKey(VK_TAB));
+    press(VK_TAB);
     EXPECT_EQ(GetFocus(), next);
   }
-  EXPECT_TRUE(dealsWithKey(VK_RETURN));
+  press(VK_RETURN);
   EXPECT_EQ(clicks, 1);
 }
 
@@ -181,6 +183,22 @@ TEST_F(FormWindowTest, ScalesAsAWholeWithItsProportionsKept) {
   EXPECT_EQ(dragged.right - dragged.left, frame.right - frame.left + first.width);
   EXPECT_EQ(dragged.bottom - dragged.top, frame.bottom - frame.top + first.height);
   EXPECT_EQ(dragged.top, frame.top);
+  // The class of the list would have a height of its own.
+  for (const int width : {150, 222, 300, 451}) {
+    SetWindowPos(top(), nullptr, 0, 0, width, 2 * width, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(clientSize(listWindow()).height,
+              std::lround(list.Height * clientSize(top()).width / form.Width))
+        << width;
+  }
+}
+
+TEST_F(FormWindowTest, ACommandThatNamesNoControlOfTheFormIsNone) {
+  for (const HWND named : {buttonWindow(), boardWindow(), inside(), top(), GetDesktopWindow(), HWND{}}) {
+    SendMessageW(inside(), WM_COMMAND, BN_CLICKED, reinterpret_cast<LPARAM>(named));
+    SendMessageW(top(), WM_COMMAND, BN_CLICKED, reinterpret_cast<LPARAM>(named));
+  }
+  EXPECT_EQ(clicks, 2);
+  EXPECT_NO_THROW(window->rethrowFailure());
 }
 
 TEST_F(FormWindowTest, AnExceptionOfAHandlerEndsTheLoopAndNothingIsRaisedAfterIt) {
@@ -191,7 +209,7 @@ TEST_F(FormWindowTest, AnExceptionOfAHandlerEndsTheLoopAndNothingIsRaisedAfterIt
   for (int i = 0; i < 2; ++i) click();
   EXPECT_EQ(Win32Events().runUntilQuit(), EXIT_FAILURE);
   EXPECT_EQ(clicks, 1);
-  EXPECT_THROW(gate.rethrowFailure(), std::runtime_error);
+  EXPECT_THROW(window->rethrowFailure(), std::runtime_error);
 }
 
 // A mail under way goes out whole: its socket is told what happens through a window of its own.
@@ -222,7 +240,7 @@ TEST_F(FormWindowTest, ClosingWhileAHandlerWaitsLetsItHaveItsMessagesAndFinish) 
   EXPECT_EQ(received, 3);
   EXPECT_EQ(ticks, 0);
   EXPECT_EQ(events.runUntilQuit(), EXIT_SUCCESS);
-  EXPECT_NO_THROW(gate.rethrowFailure());
+  EXPECT_NO_THROW(window->rethrowFailure());
 }
 
 }  // namespace

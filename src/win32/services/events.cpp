@@ -52,7 +52,6 @@ void Win32Events::receive(const MSG& message) {
     if (!exitCode_) exitCode_ = static_cast<int>(message.wParam);
     return;
   }
-  if (filter_ && filter_(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <optional>
 
 #include "platform/platform.h"
@@ -12,12 +11,6 @@ namespace fiar::win32 {
 /// The thread's messages as pending events.
 class Win32Events final : public PendingEvents {
 public:
-  /// Sees each message before it is dispatched and returns true for one that it has dealt with, as dialog
-  /// keys are.
-  using Filter = std::function<bool(const MSG& message)>;
-
-  explicit Win32Events(Filter filter = {}) : filter_(std::move(filter)) {}
-
   void process() override;
   void waitAndProcess(double seconds) override;
 
@@ -28,7 +21,6 @@ public:
 private:
   void receive(const MSG& message);
 
-  Filter filter_;
   std::optional<int> exitCode_;  ///< once the program has been asked to end
 };
 

@@ -1,6 +1,5 @@
 #include "win32/window/control_window.h"
 
-#include "win32/window/accessible_name.h"
 #include "win32/window/picture_box_window.h"
 #include "win32/window/standard_controls.h"
 
@@ -9,62 +8,34 @@ namespace {
 
 /// Makes the object that is the right one for a kind of control.
 struct Maker {
-  const ControlSurroundings& surroundings;
+  const ControlContext& context;
 
   std::unique_ptr<ControlWindow> operator()(PictureBox* box) const {
-    return std::make_unique<PictureBoxWindow>(*box, surroundings);
+    return std::make_unique<PictureBoxWindow>(*box, context);
   }
   std::unique_ptr<ControlWindow> operator()(Label* label) const {
-    return std::make_unique<LabelWindow>(*label, surroundings);
+    return std::make_unique<LabelWindow>(*label, context);
   }
   std::unique_ptr<ControlWindow> operator()(ComboBox* box) const {
-    return std::make_unique<ComboBoxWindow>(*box, surroundings);
+    return std::make_unique<ComboBoxWindow>(*box, context);
   }
   std::unique_ptr<ControlWindow> operator()(CommandButton* button) const {
-    return std::make_unique<CommandButtonWindow>(*button, surroundings);
+    return std::make_unique<CommandButtonWindow>(*button, context);
   }
   std::unique_ptr<ControlWindow> operator()(CheckBox* box) const {
-    return std::make_unique<CheckBoxWindow>(*box, surroundings);
+    return std::make_unique<CheckBoxWindow>(*box, context);
   }
 };
 
-ControlWindow* controlOf(HWND window) {
-  return window == nullptr ? nullptr
-                           : reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-}
-
 }  // namespace
 
-std::unique_ptr<ControlWindow> ControlWindow::make(const ControlRef& control,
-                                                   const ControlSurroundings& surroundings) {
-  return std::visit(Maker{surroundings}, control);
+std::unique_ptr<ControlWindow> ControlWindow::make(const ControlRef& control, const ControlContext& context) {
+  return std::visit(Maker{context}, control);
 }
 
-std::optional<LRESULT> ControlWindow::reflect(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_COMMAND:
-      if (ControlWindow* const control = controlOf(reinterpret_cast<HWND>(lParam))) {
-        control->onCommand(HIWORD(wParam));
-      }
-      return 0;
-    case WM_NOTIFY: {
-      const auto& notification = *reinterpret_cast<const NMHDR*>(lParam);
-      ControlWindow* const control = controlOf(notification.hwndFrom);
-      return control == nullptr ? std::nullopt : control->onNotify(notification);
-    }
-    case WM_DRAWITEM: {
-      const auto& drawing = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-      if (ControlWindow* const control = controlOf(drawing.hwndItem)) control->onDraw(drawing);
-      return TRUE;
-    }
-    default:
-      return std::nullopt;
-  }
-}
-
-void ControlWindow::open(HWND container, HWND after) {
+void ControlWindow::open(HWND container, HWND before) {
   createWindow(container);
-  SetWindowPos(window(), after == nullptr ? HWND_TOP : after, 0, 0, 0, 0,
+  SetWindowPos(window(), before == nullptr ? HWND_TOP : before, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
@@ -74,13 +45,5 @@ void ControlWindow::layOut(const FormLayout& layout) {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS);
   fit({place.width, place.height}, layout.scale());
 }
-
-void ControlWindow::onCommand(UINT /*code*/) {}
-
-std::optional<LRESULT> ControlWindow::onNotify(const NMHDR& /*notification*/) {
-  return std::nullopt;
-}
-
-void ControlWindow::onDraw(const DRAWITEMSTRUCT& /*drawing*/) {}
 
 }  // namespace fiar::win32

@@ -3,20 +3,18 @@
 #include <algorithm>
 #include <cmath>
 
+#include "forms/units.h"
 #include "win32/error.h"
 #include "win32/wide_text.h"
 
 namespace fiar::win32 {
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
-constexpr unsigned kDesignDpi = 96;
-constexpr double kTwipsPerPixel = 15;
-
 LOGFONTW userFont() {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof(metrics);
-  require(SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, kDesignDpi),
+  require(SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0,
+                                     USER_DEFAULT_SCREEN_DPI),
           "SystemParametersInfoForDpi");
   return metrics.lfMessageFont;
 }

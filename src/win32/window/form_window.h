@@ -14,12 +14,14 @@ namespace fiar::win32 {
 
 /// Shows a form in a real window: builds windows from its controls, turns messages into their events, and
 /// after each event brings the windows in line with the objects. What does not differ is not touched.
+/// Closing the window ends the main loop; the windows stay until the object goes, for an event may be going
+/// on.
 class FormWindow final : public Window {
 public:
   /// Raises the form's Load and makes its windows, which show() shows. Throws what Load throws, and
   /// PictureError.
-  /// \param form, gate, resources outlive the window; \param gate the way of the events to the form.
-  FormWindow(Form& form, EventGate& gate, const Resources& resources);
+  /// \param form, resources outlive the window.
+  FormWindow(Form& form, const Resources& resources);
   FormWindow(const FormWindow&) = delete;
   FormWindow& operator=(const FormWindow&) = delete;
   FormWindow(FormWindow&&) = delete;
@@ -30,9 +32,8 @@ public:
   /// \param command how, as the system passes it to the program.
   void show(int command);
 
-  /// Deals with keys that do not belong to one control alone, before the message is delivered. Returns
-  /// whether that was all.
-  bool dealsWith(const MSG& message);
+  /// After the main loop, rethrows the exception that ended it, if one did.
+  void rethrowFailure() const { guard_.rethrowFailure(); }
 
 protected:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -50,37 +51,28 @@ private:
     bool ticking = false;
   };
 
-  void checkPictures() const;
+  /// Passes a WM_COMMAND, WM_DRAWITEM or WM_NOTIFY on to the control that it comes from.
+  LRESULT onNotification(UINT message, WPARAM wParam, LPARAM lParam);
+  /// Null for a window that shows no control of the form.
+  ControlWindow* controlIn(HWND window) const;
+  HWND containerOf(const Control& control) const;
+
   void update();
   void updateItem(std::size_t index);
   void openItem(std::size_t index);
-  void hideItem(std::size_t index);
-  /// The window to which the focus goes when the control that has it is hidden.
-  HWND focusAfter(std::size_t index) const;
-  void showFocus(bool shows);
+  void hideItem(Item& item);
+  /// Has the controls hide, or show, which of them has the focus.
+  void hideFocus(bool hides);
+  void sendFocusState(HWND control) const;
   void updateTimers();
   void tick(std::size_t index);
 
-  /// Whether the message is the release of a double-click on the title bar. That maximises the window while
-  /// the button is down, so the release meets whatever has come under the mouse.
-  bool endsTitleBarDoubleClick(const MSG& message);
-  void takeFirstSize();
   void layOut();
-  void limitSize(MINMAXINFO& limits) const;
-  void keepProportions(WPARAM edge, RECT& window) const;
-  bool sizeForDpi(unsigned dpi, SIZE& size) const;
-  void takeDpi(const RECT& suggested);
   void loadIcons();
-
-  HWND containerOf(const Control& control) const;
-  std::vector<HWND> tabOrder() const;
-  /// What the window's frame adds to its client area.
-  PixelSize frameSize(unsigned dpi) const;
-  /// The largest scale at which the whole window fits on its monitor.
-  double largestScale() const;
-  double smallestScale() const;
+  void checkPictures() const;
 
   Form& form_;
+  HandlerGuard guard_;
   Pictures pictures_;
   std::vector<Item> items_;  ///< in the order of the form's controls
   std::vector<ShownTimer> timers_;
@@ -89,9 +81,8 @@ private:
   Text shownCaption_;
   IconHandle largeIcon_;
   IconHandle smallIcon_;
-  bool focusShows_ = false;
-  bool titleBarDoubleClicked_ = false;  ///< and the button is still down
-  HWND lastFocus_ = nullptr;            ///< the control that had the focus before another program took it
+  bool focusHidden_ = true;
+  HWND lastFocus_ = nullptr;  ///< the control that had the focus before another program took it
 };
 
 }  // namespace fiar::win32

@@ -1,72 +1,58 @@
 #include "win32/window/keyboard.h"
 
-#include <algorithm>
-
 #include "forms/controls.h"
 
 namespace fiar::win32 {
 namespace {
 
-bool isDown(int key) {
-  return GetKeyState(key) < 0;
-}
-
 bool isPushButton(HWND window) {
   return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
 }
 
-void moveFocus(const std::vector<HWND>& tabOrder, bool backwards) {
-  if (tabOrder.empty()) return;
-  const auto focused = std::find(tabOrder.begin(), tabOrder.end(), GetFocus());
-  if (focused == tabOrder.end()) {
-    SetFocus(backwards ? tabOrder.back() : tabOrder.front());
-  } else if (backwards) {
-    SetFocus(focused == tabOrder.begin() ? tabOrder.back() : *(focused - 1));
-  } else {
-    SetFocus(focused + 1 == tabOrder.end() ? tabOrder.front() : *(focused + 1));
+bool isPress(UINT message) {
+  return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
+}
+
+bool isKeyForControls(WPARAM key) {
+  switch (key) {
+    case VK_TAB:
+    case VK_RETURN:
+    case VK_SPACE:
+    case VK_LEFT:
+    case VK_RIGHT:
+    case VK_UP:
+    case VK_DOWN:
+      return true;
+    default:
+      return false;
   }
 }
 
 }  // namespace
 
-bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder) {
-  if (message.message != WM_KEYDOWN) return false;
-  switch (message.wParam) {
-    case VK_TAB:
-      if (isDown(VK_CONTROL)) return false;
-      moveFocus(tabOrder, isDown(VK_SHIFT));
-      return true;
-    case VK_RETURN:
-      if (!isPushButton(message.hwnd)) return false;
-      SendMessageW(message.hwnd, BM_CLICK, 0, 0);
-      return true;
-    default:
-      return false;
+bool handleFormInput(HWND window, UINT message, WPARAM wParam) {
+  const bool isKey = message == WM_KEYDOWN && isKeyForControls(wParam);
+  if (!isKey && !isPress(message)) return false;
+  const HWND form = GetAncestor(window, GA_ROOT);
+  SendMessageW(form, WM_CHANGEUISTATE, MAKEWPARAM(isKey ? UIS_CLEAR : UIS_SET, UISF_HIDEFOCUS), 0);
+  if (isKey && wParam == VK_TAB && !isDown(VK_CONTROL)) {
+    SetFocus(GetNextDlgTabItem(form, GetFocus(), isDown(VK_SHIFT) ? TRUE : FALSE));
+    return true;
   }
+  if (isKey && wParam == VK_RETURN && isPushButton(window)) {
+    SendMessageW(window, BM_CLICK, 0, 0);
+    return true;
+  }
+  return false;
 }
 
-std::optional<bool> focusHasToShow(const MSG& message) {
-  switch (message.message) {
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-      return false;
-    case WM_KEYDOWN:
-      switch (message.wParam) {
-        case VK_TAB:
-        case VK_RETURN:
-        case VK_SPACE:
-        case VK_LEFT:
-        case VK_RIGHT:
-        case VK_UP:
-        case VK_DOWN:
-          return true;
-        default:
-          return std::nullopt;
-      }
-    default:
-      return std::nullopt;
-  }
+bool focusShows(HWND window) {
+  return GetFocus() == window &&
+         (SendMessageW(GetAncestor(window, GA_ROOT), WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
+}
+
+bool isDown(int key) {
+  return GetKeyState(key) < 0;
 }
 
 int pressedModifiers() {

@@ -2,19 +2,18 @@
 
 #include <windows.h>
 
-#include <optional>
-#include <vector>
-
 namespace fiar::win32 {
 
-/// Deals with the keys that work alike in the whole window: Tab and Shift+Tab move the focus, Enter clicks
-/// the button that has it. Returns whether the message has been dealt with. \param tabOrder the windows that
-/// can have the focus now, in their order.
-bool handleDialogKey(const MSG& message, const std::vector<HWND>& tabOrder);
+/// Does what keys and the mouse do in every window of a form, before the window itself has the message: Tab
+/// and Shift+Tab move the focus, Enter clicks the button that has it; the focus is shown once such a key, an
+/// arrow or Space is used, and hidden once the mouse is. Returns whether that was all.
+bool handleFormInput(HWND window, UINT message, WPARAM wParam);
 
-/// Whether a message tells of the keyboard's use (true) or the mouse's (false) in a way that decides whether
-/// the focus has to be seen; nothing for other messages.
-std::optional<bool> focusHasToShow(const MSG& message);
+/// Whether a window of a form has the focus and shows it.
+bool focusShows(HWND window);
+
+/// Whether a key or mouse button, as VK_... names it, was down when the message was sent.
+bool isDown(int key);
 
 /// The modifier keys that are down, as events report them.
 int pressedModifiers();

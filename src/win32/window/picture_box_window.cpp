@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "forms/units.h"
 #include "win32/wide_text.h"
 #include "win32/window/fonts.h"
 #include "win32/window/keyboard.h"
@@ -13,7 +14,6 @@
 namespace fiar::win32 {
 namespace {
 
-constexpr double kTwipsPerPixel = 15;
 // The frame about a picture that has the focus.
 constexpr Color kFocusColor = 0x000060E0;
 constexpr double kFocusWidth = 3 * kTwipsPerPixel;
@@ -26,6 +26,11 @@ int buttonsOf(WPARAM keys) {
 int modifiersOf(WPARAM keys) {
   return ((keys & MK_SHIFT) != 0 ? kShiftKey : 0) + ((keys & MK_CONTROL) != 0 ? kCtrlKey : 0) +
          (pressedModifiers() & kAltKey);
+}
+
+int releasedButton(UINT message) {
+  if (message == WM_LBUTTONUP) return kLeftButton;
+  return message == WM_RBUTTONUP ? kRightButton : kMiddleButton;
 }
 
 std::optional<KeyMove> moveOf(WPARAM key) {
@@ -45,8 +50,8 @@ std::optional<KeyMove> moveOf(WPARAM key) {
 
 }  // namespace
 
-PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlSurroundings& surroundings)
-    : Window(surroundings.gate), ControlWindow(box), box_(box), pictures_(surroundings.pictures) {
+PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlContext& context)
+    : Window(context.handlers), ControlWindow(box), box_(box), pictures_(context.pictures) {
   textDrawer_ = [this](const BitmapView&, const PixelRect& area, TextView text, int x, int y, Color color) {
     drawTextAt(buffer_.context(), area, text, x, y, font_.get(), color);
     GdiFlush();
@@ -56,8 +61,8 @@ PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlSurroundings& s
 void PictureBoxWindow::createWindow(HWND container) {
   // What is not a standard control is called what its window is called.
   create(toWide(box_.AccessibleName).c_str(),
-         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (box_.TabStop ? WS_TABSTOP : 0), WS_EX_CONTROLPARENT,
-         container);
+         WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (box_.TabStop ? WS_TABSTOP : 0),
+         box_.TabStop ? 0 : WS_EX_CONTROLPARENT, container);
 }
 
 void PictureBoxWindow::fit(PixelSize size, double scale) {
@@ -77,13 +82,8 @@ void PictureBoxWindow::update() {
   UpdateWindow(window());
 }
 
-void PictureBoxWindow::showFocus(bool shows) {
-  ControlWindow::showFocus(shows);
-  updateFocus();
-}
-
 void PictureBoxWindow::updateFocus() {
-  if ((focused_ && focusShows()) == focusShown_) return;
+  if (focusShows(window()) == focusShown_) return;
   stale_ = true;
   update();
 }
@@ -100,7 +100,7 @@ void PictureBoxWindow::render() {
   } else {
     pictures_.show(box_.Picture, buffer_);
   }
-  focusShown_ = focused_ && focusShows();
+  focusShown_ = focusShows(window());
   if (focusShown_) drawFocusFrame();
   shownDrawing_ = box_.drawing();
   shownPicture_ = box_.Picture;
@@ -133,25 +133,29 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
-      buttonPressed();
+      mousePressed();
       return 0;
     case WM_LBUTTONUP:
-      buttonReleased(kLeftButton, wParam);
-      return 0;
     case WM_RBUTTONUP:
-      buttonReleased(kRightButton, wParam);
-      return 0;
     case WM_MBUTTONUP:
-      buttonReleased(kMiddleButton, wParam);
+      if (buttonsOf(wParam) == 0) ReleaseCapture();
+      raiseMouseUp(releasedButton(message), modifiersOf(wParam));
       return 0;
     case WM_KEYDOWN:
       if (keyPressed(wParam, lParam)) return 0;
       break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-      focused_ = message == WM_SETFOCUS;
       updateFocus();
       return 0;
+    case WM_UPDATEUISTATE:
+      updateFocus();
+      break;
+    case WM_COMMAND:
+    case WM_NOTIFY:
+    case WM_DRAWITEM:
+      // The form knows the controls that lie in the box.
+      return SendMessageW(GetParent(window()), message, wParam, lParam);
     default:
       break;
   }
@@ -170,16 +174,9 @@ void PictureBoxWindow::mouseMoved(WPARAM keys, LPARAM position) {
   raiseMouseMove(buttonsOf(keys), modifiersOf(keys), pointAt(position));
 }
 
-// Neither a press nor a release moves the pointer: a game has marked its place, and that is what a click
-// means.
-void PictureBoxWindow::buttonPressed() {
+void PictureBoxWindow::mousePressed() {
   if (box_.MouseMove || box_.MouseUp) SetCapture(window());
   if (box_.TabStop) SetFocus(window());
-}
-
-void PictureBoxWindow::buttonReleased(int button, WPARAM keys) {
-  if (GetCapture() == window() && buttonsOf(keys) == 0) ReleaseCapture();
-  raiseMouseUp(button, modifiersOf(keys));
 }
 
 bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
@@ -203,16 +200,12 @@ void PictureBoxWindow::movePointer(KeyMove move) {
 
 void PictureBoxWindow::raiseMouseMove(int buttons, int modifiers, PicturePoint point) {
   pointer_ = point;
-  gate().raise([&] {
-    if (box_.MouseMove) box_.MouseMove(buttons, modifiers, point.x, point.y);
-  });
+  handlers().raise(box_.MouseMove, buttons, modifiers, point.x, point.y);
 }
 
 void PictureBoxWindow::raiseMouseUp(int button, int modifiers) {
   const PicturePoint point = pointer_.value_or(PicturePoint{});
-  gate().raise([&] {
-    if (box_.MouseUp) box_.MouseUp(button, modifiers, point.x, point.y);
-  });
+  handlers().raise(box_.MouseUp, button, modifiers, point.x, point.y);
 }
 
 PicturePoint PictureBoxWindow::pointAt(LPARAM position) const {

@@ -14,12 +14,10 @@ namespace fiar::win32 {
 /// and is shown whole. The mouse and, where the picture takes the focus, the keyboard become its events.
 class PictureBoxWindow final : public Window, public ControlWindow {
 public:
-  PictureBoxWindow(PictureBox& box, const ControlSurroundings& surroundings);
+  PictureBoxWindow(PictureBox& box, const ControlContext& context);
 
   HWND window() const override { return handle(); }
-  bool takesFocus() const override { return box_.TabStop; }
   void update() override;
-  void showFocus(bool shows) override;
 
 protected:
   void createWindow(HWND container) override;
@@ -34,12 +32,12 @@ private:
   void drawFocusFrame() const;
 
   void mouseMoved(WPARAM keys, LPARAM position);
-  void buttonPressed();
-  void buttonReleased(int button, WPARAM keys);
+  void mousePressed();
   bool keyPressed(WPARAM key, LPARAM flags);
   void movePointer(KeyMove move);
   /// Tells the box where the pointer is.
   void raiseMouseMove(int buttons, int modifiers, PicturePoint point);
+  /// Where the box was last told that the pointer is: a click means the place that a game has marked.
   void raiseMouseUp(int button, int modifiers);
   PicturePoint pointAt(LPARAM position) const;
 
@@ -52,12 +50,12 @@ private:
 
   // What the buffer shows.
   DrawingList shownDrawing_;
+  Text shownName_;
   PictureRef shownPicture_;
   Color shownBackColor_ = kBlack;
   bool focusShown_ = false;
   bool stale_ = true;  ///< the buffer has to be painted anew whatever has changed
 
-  bool focused_ = false;
   std::optional<PicturePoint> pointer_;  ///< where the box was last told that the pointer is
   std::optional<LPARAM> mousePosition_;  ///< while the mouse is over the box, in pixels, as messages hold it
 };

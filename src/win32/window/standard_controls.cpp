@@ -5,14 +5,20 @@
 #include <algorithm>
 #include <cmath>
 
+#include "forms/painter.h"
+#include "forms/units.h"
 #include "win32/error.h"
 #include "win32/wide_text.h"
-#include "win32/window/accessible_name.h"
-#include "win32/window/check_box_drawing.h"
-#include "win32/window/event_gate.h"
+#include "win32/window/com.h"
 #include "win32/window/fonts.h"
+#include "win32/window/handler_guard.h"
+#include "win32/window/keyboard.h"
 #include "win32/window/pixel_buffer.h"
 #include "win32/window/window.h"
+// After <windows.h>, whose types it uses; the first one makes the identifiers of the second one's interfaces
+// part of this file.
+#include <initguid.h>
+#include <oleacc.h>
 
 namespace fiar::win32 {
 namespace {
@@ -21,6 +27,13 @@ namespace {
 constexpr int kDroppedItems = 12;
 // From the left edge of an item to its text, in twips.
 constexpr double kItemIndent = 60;
+
+// A check box: the side of its square, from there to the caption (in twips), and its colours.
+constexpr float kBoxSide = 210;
+constexpr double kBoxGap = 90;
+constexpr Color kBoxFrameColor = 0x00333333;
+constexpr Color kBoxColor = kWhite;
+constexpr Color kPressedBoxColor = 0x00D9D9D9;
 
 /// Gives the buffer the picture that lies under a control.
 void copyBackground(HWND control, const PixelBuffer& buffer) {
@@ -31,6 +44,38 @@ void copyBackground(HWND control, const PixelBuffer& buffer) {
   SetViewportOrgEx(buffer.context(), -corner.x, -corner.y, &old);
   SendMessageW(container, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(buffer.context()), PRF_CLIENT);
   SetViewportOrgEx(buffer.context(), old.x, old.y, nullptr);
+}
+
+/// Draws the square of a check box and its mark.
+/// \param value 0 unchecked, 1 checked, 2 greyed.
+void drawMarkedBox(PictureBox& box, int value) {
+  constexpr float kSide = kBoxSide;
+  box.DrawWidth = 1;
+  box.Line(0, 0, kSide, 0, kBoxFrameColor);
+  box.Line(0, kSide, kSide, kSide, kBoxFrameColor);
+  box.Line(0, 0, 0, kSide, kBoxFrameColor);
+  box.Line(kSide, 0, kSide, kSide, kBoxFrameColor);
+  box.DrawWidth = 2;
+  if (value == 1) {
+    box.Line(0.22F * kSide, 0.52F * kSide, 0.42F * kSide, 0.72F * kSide, kBoxFrameColor);
+    box.Line(0.42F * kSide, 0.72F * kSide, 0.78F * kSide, 0.28F * kSide, kBoxFrameColor);
+  } else if (value != 0) {
+    box.DrawWidth = 6;
+    box.Line(0.3F * kSide, 0.5F * kSide, 0.7F * kSide, 0.5F * kSide, kBoxFrameColor);
+  }
+}
+
+/// Tells screen readers what to call a control. Where the system knows no such names, nothing happens.
+void setAccessibleName(HWND window, TextView name) {
+  IAccPropServices* services = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                              reinterpret_cast<void**>(&services)))) {
+    return;
+  }
+  const ComPointer<IAccPropServices> owner(services);
+  services->SetHwndPropStr(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
+                           toWide(name).c_str());
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
 }
 
 }  // namespace
@@ -48,13 +93,12 @@ void StandardControl::createOfClass(const wchar_t* className, TextView caption, 
       require(CreateWindowExW(0, className, toWide(caption).c_str(), WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0,
                               1, 1, container, nullptr, GetModuleHandleW(nullptr), nullptr),
               "CreateWindowEx"));
-  SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(static_cast<ControlWindow*>(this)));
   require(SetWindowSubclass(window(), &StandardControl::subclass, 0, reinterpret_cast<DWORD_PTR>(this)),
           "SetWindowSubclass");
 }
 
-// The name is given when the first screen reader asks for what the window is: few users have one, and the
-// system's part in it is slow to load.
+// The accessible name is given when the first screen reader asks for what the window is: few users have one,
+// and the system's part in it is slow to load.
 LRESULT CALLBACK StandardControl::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                            UINT_PTR /*id*/, DWORD_PTR control) {
   auto* const self = reinterpret_cast<StandardControl*>(control);
@@ -62,6 +106,9 @@ LRESULT CALLBACK StandardControl::subclass(HWND window, UINT message, WPARAM wPa
     self->named_ = true;
     self->accessibleNameChanged();
   }
+  // What draws itself shows whether it has the focus.
+  if (message == WM_UPDATEUISTATE) InvalidateRect(window, nullptr, FALSE);
+  if (handleFormInput(window, message, wParam)) return 0;
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -80,8 +127,8 @@ void StandardControl::fit(PixelSize /*size*/, double scale) {
   font_ = std::move(font);
 }
 
-LabelWindow::LabelWindow(const Label& label, const ControlSurroundings& surroundings)
-    : StandardControl(label, label.Font, surroundings), label_(label) {}
+LabelWindow::LabelWindow(const Label& label, const ControlContext& context)
+    : StandardControl(label, label.Font, context), label_(label) {}
 
 void LabelWindow::createWindow(HWND container) {
   createOfClass(WC_STATICW, label_.Caption, SS_OWNERDRAW, container);
@@ -109,8 +156,8 @@ void LabelWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
   buffer.show(drawing.hDC, drawing.rcItem);
 }
 
-CommandButtonWindow::CommandButtonWindow(CommandButton& button, const ControlSurroundings& surroundings)
-    : StandardControl(button, button.Font, surroundings), button_(button) {}
+CommandButtonWindow::CommandButtonWindow(CommandButton& button, const ControlContext& context)
+    : StandardControl(button, button.Font, context), button_(button) {}
 
 void CommandButtonWindow::createWindow(HWND container) {
   createOfClass(WC_BUTTONW, button_.Caption, WS_TABSTOP | BS_PUSHBUTTON, container);
@@ -124,14 +171,11 @@ void CommandButtonWindow::update() {
 }
 
 void CommandButtonWindow::onCommand(UINT code) {
-  if (code != BN_CLICKED) return;
-  gate().raise([this] {
-    if (button_.Click) button_.Click();
-  });
+  if (code == BN_CLICKED) handlers().raise(button_.Click);
 }
 
-CheckBoxWindow::CheckBoxWindow(CheckBox& box, const ControlSurroundings& surroundings)
-    : StandardControl(box, box.Font, surroundings), box_(box) {}
+CheckBoxWindow::CheckBoxWindow(CheckBox& box, const ControlContext& context)
+    : StandardControl(box, box.Font, context), box_(box) {}
 
 void CheckBoxWindow::createWindow(HWND container) {
   createOfClass(WC_BUTTONW, box_.Caption, WS_TABSTOP | BS_AUTOCHECKBOX, container);
@@ -156,38 +200,47 @@ void CheckBoxWindow::update() {
 
 void CheckBoxWindow::onCommand(UINT code) {
   if (code != BN_CLICKED) return;
-  gate().raise([this] {
-    shownValue_ = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0));
-    box_.Value = shownValue_;
-    if (box_.Click) box_.Click();
-  });
+  shownValue_ = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0));
+  box_.Value = shownValue_;
+  handlers().raise(box_.Click);
 }
 
-std::optional<LRESULT> CheckBoxWindow::onNotify(const NMHDR& notification) {
-  if (notification.code != static_cast<UINT>(NM_CUSTOMDRAW)) return std::nullopt;
+LRESULT CheckBoxWindow::onNotify(const NMHDR& notification) {
+  if (notification.code != static_cast<UINT>(NM_CUSTOMDRAW)) return 0;
   const auto& drawing = reinterpret_cast<const NMCUSTOMDRAW&>(notification);
   // Drawn whole at the first stage, whichever comes first here or there.
   if (drawing.dwDrawStage != CDDS_PREERASE && drawing.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
-  draw(drawing.hdc, static_cast<UINT>(SendMessageW(window(), BM_GETSTATE, 0, 0)));
+  draw(drawing.hdc);
   return CDRF_SKIPDEFAULT;
 }
 
-void CheckBoxWindow::draw(HDC context, UINT state) const {
+void CheckBoxWindow::draw(HDC context) const {
   const PixelBuffer buffer(clientSize(window()));
-  const RECT area{0, 0, buffer.size().width, buffer.size().height};
-  drawCheckBox(buffer, {.value = static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0)),
-                        .pressed = (state & BST_PUSHED) != 0,
-                        .focused = focusShows() && GetFocus() == window(),
-                        .caption = box_.Caption,
-                        .textColor = box_.ForeColor,
-                        .backColor = box_.BackColor,
-                        .font = font(),
-                        .scale = scale_});
+  copyBackground(window(), buffer);
+
+  const BitmapView whole = buffer.pixels();
+  const int side = std::min(whole.height, std::max(1, static_cast<int>(std::lround(kBoxSide * scale_))));
+  const int margin = (whole.height - side) / 2;
+  PictureBox box;
+  drawMarkedBox(box, static_cast<int>(SendMessageW(window(), BM_GETCHECK, 0, 0)));
+  const bool pressed = (SendMessageW(window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+  paint(box.drawing(), pressed ? kPressedBoxColor : kBoxColor,
+        {.pixelsPerTwip = scale_, .pixelsPerDrawWidth = scale_ * kTwipsPerPixel},
+        {whole.row(margin) + margin, side, side, whole.stride}, {});
+
+  const RECT area{0, 0, whole.width, whole.height};
+  RECT text = area;
+  text.left = margin + side + static_cast<int>(std::lround(kBoxGap * scale_));
+  drawTextIn(buffer.context(), box_.Caption, text, TextPlace::Left, font(), box_.ForeColor);
+  if (focusShows(window())) {
+    SetDCBrushColor(buffer.context(), box_.ForeColor);
+    FrameRect(buffer.context(), &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+  }
   buffer.show(context, area);
 }
 
-ComboBoxWindow::ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroundings)
-    : StandardControl(box, box.Font, surroundings), box_(box) {}
+ComboBoxWindow::ComboBoxWindow(ComboBox& box, const ControlContext& context)
+    : StandardControl(box, box.Font, context), box_(box) {}
 
 void ComboBoxWindow::createWindow(HWND container) {
   createOfClass(WC_COMBOBOXW, {},
@@ -197,17 +250,20 @@ void ComboBoxWindow::createWindow(HWND container) {
 void ComboBoxWindow::fit(PixelSize size, double scale) {
   indent_ = static_cast<int>(std::lround(kItemIndent * scale));
   StandardControl::fit(size, scale);
-  // The class decides on its height: that of the field with what it draws about it.
-  constexpr auto kField = static_cast<WPARAM>(-1);
+  // The height of the closed box is that of its field with a frame, whose height only the class knows.
+  const int frame = heightWithField(size.height) - size.height;
+  const int field = std::max(1, size.height - frame);
+  heightWithField(field);
+  SendMessageW(window(), CB_SETITEMHEIGHT, 0, field);
+  SetWindowPos(window(), nullptr, 0, 0, size.width, size.height + kDroppedItems * field,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+}
+
+int ComboBoxWindow::heightWithField(int height) const {
+  SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
   RECT whole{};
   GetWindowRect(window(), &whole);
-  const auto field = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, kField, 0));
-  const int frame = static_cast<int>(whole.bottom - whole.top) - field;
-  const int item = std::max(1, size.height - frame);
-  SendMessageW(window(), CB_SETITEMHEIGHT, kField, item);
-  SendMessageW(window(), CB_SETITEMHEIGHT, 0, item);
-  SetWindowPos(window(), nullptr, 0, 0, size.width, size.height + kDroppedItems * item,
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+  return static_cast<int>(whole.bottom - whole.top);
 }
 
 void ComboBoxWindow::update() {
@@ -225,7 +281,7 @@ void ComboBoxWindow::update() {
 void ComboBoxWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
   // The field of the closed box is marked as the list's items are, but only for those who use the keyboard.
   const bool field = (drawing.itemState & ODS_COMBOBOXEDIT) != 0;
-  const bool marked = (drawing.itemState & ODS_SELECTED) != 0 && (!field || focusShows());
+  const bool marked = (drawing.itemState & ODS_SELECTED) != 0 && (!field || focusShows(window()));
   FillRect(drawing.hDC, &drawing.rcItem, GetSysColorBrush(marked ? COLOR_HIGHLIGHT : COLOR_WINDOW));
   if (drawing.itemID >= box_.items().size()) return;
   RECT text = drawing.rcItem;
@@ -234,17 +290,13 @@ void ComboBoxWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
              GetSysColor(marked ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
 }
 
-void ComboBoxWindow::showFocus(bool shows) {
-  StandardControl::showFocus(shows);
-  if (window() != nullptr) InvalidateRect(window(), nullptr, FALSE);
-}
-
 void ComboBoxWindow::onCommand(UINT code) {
   // The selection is read again when the list closes: giving up puts the old one back without a word.
   if (code != CBN_SELCHANGE && code != CBN_CLOSEUP) return;
   shownIndex_ = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));
   if (shownIndex_ == box_.ListIndex()) return;
-  gate().raise([this] { box_.setListIndex(shownIndex_); });
+  const std::function<void()> select = [this] { box_.setListIndex(shownIndex_); };
+  handlers().raise(select);
 }
 
 }  // namespace fiar::win32

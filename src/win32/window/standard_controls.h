@@ -8,15 +8,15 @@ namespace fiar::win32 {
 /// Gives the standard controls the looks of the user's system. To be called before the first window is made.
 void useVisualStyles();
 
-/// A control that the system has a window class for. What the user does to it comes through its container.
+/// A control that the system has a window class for. What the user does to it comes through the form's
+/// window.
 class StandardControl : public ControlWindow {
 public:
   HWND window() const override { return window_.get(); }
-  bool takesFocus() const override { return true; }
 
 protected:
-  StandardControl(const Control& control, const FontSpec& font, const ControlSurroundings& surroundings)
-      : ControlWindow(control), gate_(surroundings.gate), fontSpec_(font) {}
+  StandardControl(const Control& control, const FontSpec& font, const ControlContext& context)
+      : ControlWindow(control), handlers_(context.handlers), fontSpec_(font) {}
 
   /// Creates a window of one of the system's classes in the container.
   void createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container);
@@ -27,14 +27,14 @@ protected:
   /// To be called when that has changed.
   void accessibleNameChanged() const;
 
-  EventGate& gate() const { return gate_; }
+  HandlerGuard& handlers() const { return handlers_; }
   HFONT font() const { return font_.get(); }
 
 private:
   static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                    DWORD_PTR control);
 
-  EventGate& gate_;
+  HandlerGuard& handlers_;
   const FontSpec& fontSpec_;
   bool named_ = false;  ///< a screen reader has asked for the name
   FontHandle font_;     ///< outlives the window, which uses it
@@ -44,13 +44,12 @@ private:
 /// Text on the picture of its container.
 class LabelWindow final : public StandardControl {
 public:
-  LabelWindow(const Label& label, const ControlSurroundings& surroundings);
-  bool takesFocus() const override { return false; }
+  LabelWindow(const Label& label, const ControlContext& context);
   void update() override;
+  void onDraw(const DRAWITEMSTRUCT& drawing) override;
 
 protected:
   void createWindow(HWND container) override;
-  void onDraw(const DRAWITEMSTRUCT& drawing) override;
   Text accessibleName() const override;
 
 private:
@@ -61,52 +60,54 @@ private:
 
 class CommandButtonWindow final : public StandardControl {
 public:
-  CommandButtonWindow(CommandButton& button, const ControlSurroundings& surroundings);
+  CommandButtonWindow(CommandButton& button, const ControlContext& context);
   void update() override;
+  void onCommand(UINT code) override;
 
 protected:
   void createWindow(HWND container) override;
-  void onCommand(UINT code) override;
 
 private:
   CommandButton& button_;
   Text shownCaption_;
 };
 
-/// A check box that keeps the colours of its design and grows with the form: it draws itself, mark and all.
+/// A check box on the picture of its container that grows with the form: it draws itself, mark and all.
 class CheckBoxWindow final : public StandardControl {
 public:
-  CheckBoxWindow(CheckBox& box, const ControlSurroundings& surroundings);
+  CheckBoxWindow(CheckBox& box, const ControlContext& context);
   void update() override;
+  void onCommand(UINT code) override;
+  LRESULT onNotify(const NMHDR& notification) override;
 
 protected:
   void createWindow(HWND container) override;
   void fit(PixelSize size, double scale) override;
-  void onCommand(UINT code) override;
-  std::optional<LRESULT> onNotify(const NMHDR& notification) override;
 
 private:
-  void draw(HDC context, UINT state) const;
+  void draw(HDC context) const;
 
   CheckBox& box_;
   Text shownCaption_;
   int shownValue_ = 0;
-  double scale_ = 0;
+  double scale_ = 0;  ///< pixels per twip
 };
 
 class ComboBoxWindow final : public StandardControl {
 public:
-  ComboBoxWindow(ComboBox& box, const ControlSurroundings& surroundings);
+  ComboBoxWindow(ComboBox& box, const ControlContext& context);
   void update() override;
-  void showFocus(bool shows) override;
+  void onCommand(UINT code) override;
+  void onDraw(const DRAWITEMSTRUCT& drawing) override;
 
 protected:
   void createWindow(HWND container) override;
   void fit(PixelSize size, double scale) override;
-  void onCommand(UINT code) override;
-  void onDraw(const DRAWITEMSTRUCT& drawing) override;
 
 private:
+  /// Gives the closed box's field a height; returns the height of the whole box.
+  int heightWithField(int height) const;
+
   ComboBox& box_;
   std::size_t shownItems_ = 0;
   int shownIndex_ = -1;

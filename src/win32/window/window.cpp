@@ -1,7 +1,7 @@
 #include "win32/window/window.h"
 
 #include "win32/error.h"
-#include "win32/window/control_window.h"
+#include "win32/window/keyboard.h"
 
 namespace fiar::win32 {
 namespace {
@@ -44,11 +44,11 @@ LRESULT CALLBACK Window::procedure(HWND handle, UINT message, WPARAM wParam, LPA
   // Before create() is done the object does not know its window yet.
   if (window == nullptr || !window->handle_) return DefWindowProcW(handle, message, wParam, lParam);
   try {
-    return window->onMessage(message, wParam, lParam);
+    if (!handleFormInput(handle, message, wParam)) return window->onMessage(message, wParam, lParam);
   } catch (...) {
-    window->gate_.fail();
-    return 0;
+    window->handlers_.fail();
   }
+  return 0;
 }
 
 LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -65,7 +65,6 @@ LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     default:
-      if (const auto answer = ControlWindow::reflect(message, wParam, lParam)) return *answer;
       return DefWindowProcW(handle(), message, wParam, lParam);
   }
 }
@@ -76,7 +75,7 @@ void Window::onPaint() {
   try {
     paintBackground(context, painting.rcPaint);
   } catch (...) {
-    gate_.fail();
+    handlers_.fail();
   }
   EndPaint(handle(), &painting);
 }

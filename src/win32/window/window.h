@@ -4,13 +4,12 @@
 
 #include "forms/form_layout.h"
 #include "win32/handle.h"
-#include "win32/window/event_gate.h"
+#include "win32/window/handler_guard.h"
 
 namespace fiar::win32 {
 
-class ControlWindow;
-
-/// A window whose messages go to an object. An exception in its handling of a message goes to the gate.
+/// A window whose messages go to an object. An exception in its handling of a message goes to the
+/// guard.
 class Window {
 public:
   Window(const Window&) = delete;
@@ -22,26 +21,26 @@ public:
   HWND handle() const { return handle_.get(); }
 
 protected:
-  /// The gate must outlive the window.
-  explicit Window(EventGate& gate) : gate_(gate) {}
+  /// The guard must outlive the window's messages.
+  explicit Window(HandlerGuard& handlers) : handlers_(handlers) {}
 
   /// Creates the system's window, hidden, at a default place.
   /// \param title what the window says of itself; \param parent null for a window of its own.
   void create(const wchar_t* title, DWORD style, DWORD extendedStyle, HWND parent);
 
-  /// Deals with one message. The base deals with what the controls in the window tell it, gives it the
-  /// background that paintBackground() paints, and leaves everything else to the system.
+  /// Handles one message. The base gives the window the background that paintBackground() paints, and passes
+  /// everything else to the system.
   virtual LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam);
   /// Paints the window's own picture, without the controls in it.
   virtual void paintBackground(HDC context, const RECT& area) = 0;
 
-  EventGate& gate() const { return gate_; }
+  HandlerGuard& handlers() const { return handlers_; }
 
 private:
   static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   void onPaint();
 
-  EventGate& gate_;
+  HandlerGuard& handlers_;
   WindowHandle handle_;
 };
 
