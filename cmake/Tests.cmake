@@ -26,19 +26,19 @@ set(FIAR_FUZZ_BUILD ${PROJECT_SOURCE_DIR}/build/fuzz)
 function(fiar_add_tool_test name label)
   if(FIAR_ALL_TESTS AND NOT CMAKE_CROSSCOMPILING)
     add_test(NAME ${name} COMMAND ${ARGN} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
-    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 600)
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 1500 FAIL_REGULAR_EXPRESSION "] 0 tests")
+    # One at a time: Wine's desktop belongs to the first program on it, and has no windows for the others if that one
+    # had no display.
+    if("${ARGN}" MATCHES "/under-wine;")
+      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine)
+    endif()
   endif()
 endfunction()
 
 # fiar_add_wine_test(NAME LABEL COMMAND...)
-# A test that runs COMMAND through tools/under-wine: a Windows program (.exe), or one that starts such with $WINE. Tests
-# of this kind run one at a time: Wine's desktop belongs to the first program on it, and has no windows for the others
-# if that one had no display.
+# A test that runs COMMAND through tools/under-wine: a Windows program (.exe), or one that starts such with $WINE.
 function(fiar_add_wine_test name label)
   fiar_add_tool_test(${name} ${label} ${PROJECT_SOURCE_DIR}/tools/under-wine ${ARGN})
-  if(TEST ${name})
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine)
-  endif()
 endfunction()
 
 # fiar_add_display_test(NAME COMMAND...)
@@ -46,9 +46,6 @@ endfunction()
 function(fiar_add_display_test name)
   fiar_add_tool_test(${name} gui ${PROJECT_SOURCE_DIR}/tools/virtual-display ${PROJECT_SOURCE_DIR}/tools/under-wine
                      ${ARGN})
-  if(TEST ${name})
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK wine)
-  endif()
 endfunction()
 
 # fiar_add_fuzz_target(NAME LIBRARY SOURCE...)
