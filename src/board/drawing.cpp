@@ -37,10 +37,10 @@ void drawGrid(Board& board, PictureBox& boardPic) {
   const auto right = static_cast<float>(width);
   const auto bottom = static_cast<float>(height);
   // Steps are added up rather than multiplied: whether the closing line is drawn depends on their sum.
-  for (double x = 0; x <= width; x += board.cellWidth) {  // NOLINT(cert-flp30-c)
+  for (double x = 0; x <= width; x += board.cellWidth) {
     boardPic.Line(static_cast<float>(x), 0, static_cast<float>(x), bottom, kGridColor);
   }
-  for (double y = 0; y <= height; y += board.cellHeight) {  // NOLINT(cert-flp30-c)
+  for (double y = 0; y <= height; y += board.cellHeight) {
     boardPic.Line(0, static_cast<float>(y), right, static_cast<float>(y), kGridColor);
   }
 }
