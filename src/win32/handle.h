@@ -93,4 +93,21 @@ private:
   HGDIOBJ old_;
 };
 
+/// The device context of a window's client area.
+class ClientContext {
+public:
+  explicit ClientContext(HWND window) : window_(window), context_(GetDC(window)) {}
+  ClientContext(const ClientContext&) = delete;
+  ClientContext& operator=(const ClientContext&) = delete;
+  ClientContext(ClientContext&&) = delete;
+  ClientContext& operator=(ClientContext&&) = delete;
+  ~ClientContext() { ReleaseDC(window_, context_); }
+
+  HDC get() const { return context_; }
+
+private:
+  HWND window_;
+  HDC context_;
+};
+
 }  // namespace fiar::win32

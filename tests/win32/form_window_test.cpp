@@ -5,6 +5,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <vector>
@@ -80,36 +82,76 @@ protected:
   std::unique_ptr<FormWindow> window;
 };
 
-/// Counts from now on how often a window is painted.
-BOOL CALLBACK countPaints(HWND window, LPARAM count) {
-  const auto procedure = [](HWND handle, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                            DWORD_PTR paints) {
-    if (message == WM_PAINT) ++*reinterpret_cast<int*>(paints);
-    return DefSubclassProc(handle, message, wParam, lParam);
-  };
-  return SetWindowSubclass(window, procedure, 1, static_cast<DWORD_PTR>(count));
+constexpr COLORREF kSoil = RGB(255, 0, 255);
+
+/// Soils every pixel of a window, so that those show that are painted afterwards.
+void soil(HWND window) {
+  const ClientContext context(window);
+  SetDCBrushColor(context.get(), kSoil);
+  const RECT everywhere{0, 0, 10000, 10000};
+  FillRect(context.get(), &everywhere, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
+/// What the screen shows of a window now.
+class Screenshot {
+public:
+  explicit Screenshot(HWND window) : pixels_(clientSize(window)) {
+    const ClientContext context(window);
+    BitBlt(pixels_.context(), 0, 0, view_.width, view_.height, context.get(), 0, 0, SRCCOPY);
+    std::for_each(begin(), end(), [](Color& pixel) { pixel &= kWhite; });
+  }
+  auto painted() const {
+    return std::count_if(begin(), end(), [](Color pixel) { return pixel != kSoil; });
+  }
+  bool operator==(const Screenshot& other) const {
+    return std::equal(begin(), end(), other.begin(), other.end());
+  }
+
+private:
+  Color* begin() const { return view_.pixels; }
+  Color* end() const { return view_.row(view_.height); }
+
+  PixelBuffer pixels_;
+  BitmapView view_ = pixels_.pixels();
+};
+
 TEST_F(FormWindowTest, ShowsWhatDiffersAndTouchesNothingElse) {
-  float end = 1000;
+  constexpr float kCell = 150;
+  float column = 3;
   clock.Tick = [&] {
     board.Cls();
-    board.Line(0, 0, end, 1000, kBlack);
+    for (float x = 0; x < 1500; x += kCell) board.Line(x, 0, x, 1500, kGreen);
+    board.Circle((column + 0.5F) * kCell, 4.5F * kCell, kCell / 2, kBlack);
   };
+  SetFocus(boardWindow());
+  press(VK_SPACE);
   tick();
-  const auto paintAll = [&] { RedrawWindow(top(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); };
-  paintAll();
-  int paints = 0;
-  countPaints(top(), reinterpret_cast<LPARAM>(&paints));
-  EnumChildWindows(top(), &countPaints, reinterpret_cast<LPARAM>(&paints));
+  soil(boardWindow());
   const std::size_t allocations = test::allocationCount();
   for (int i = 0; i < 100; ++i) tick();
-  paintAll();
-  EXPECT_EQ(paints, 0);
   EXPECT_EQ(test::allocationCount(), allocations);
-  end = 500;
+  EXPECT_EQ(Screenshot(boardWindow()).painted(), 0);
+  // A ring that moves by a cell: the pixels of two cells, with the ring's soft edge.
+  column = 4;
   tick();
-  EXPECT_EQ(paints, 1);
+  EXPECT_GT(Screenshot(boardWindow()).painted(), 10 * 10);
+  EXPECT_LE(Screenshot(boardWindow()).painted(), 23 * 13);
+  // What has been shown in parts is what is shown at once.
+  RedrawWindow(boardWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+  column = 0;
+  tick();
+  const Screenshot inParts(boardWindow());
+  for (int i = 0; i < 2; ++i) {
+    board.BackColor ^= kWhite;
+    tick();
+  }
+  EXPECT_TRUE(Screenshot(boardWindow()) == inParts);
+  // A screen reader takes the window's text.
+  board.AccessibleName = u"You won";
+  tick();
+  std::array<wchar_t, 100> name{};
+  GetWindowTextW(boardWindow(), name.data(), 100);
+  EXPECT_STREQ(name.data(), L"You won");
 }
 
 TEST_F(FormWindowTest, TheMouseBecomesPointerEventsInTwips) {
@@ -190,6 +232,45 @@ TEST_F(FormWindowTest, ScalesAsAWholeWithItsProportionsKept) {
               std::lround(list.Height * clientSize(top()).width / form.Width))
         << width;
   }
+}
+
+TEST_F(FormWindowTest, TakesTheSizesOfAnotherMonitorAndNoneThatIsTooSmall) {
+  const PixelSize area = clientSize(top());
+  SIZE size{};
+  SendMessageW(top(), WM_GETDPISCALEDSIZE, 2 * GetDpiForWindow(top()), reinterpret_cast<LPARAM>(&size));
+  RECT place{10, 10, 10 + size.cx, 10 + size.cy};
+  SendMessageW(top(), WM_DPICHANGED, 0, reinterpret_cast<LPARAM>(&place));
+  EXPECT_NEAR(clientSize(top()).width, 2 * area.width, 10);
+  EXPECT_NEAR(clientSize(boardWindow()).width, area.width, 10);
+  MINMAXINFO limits{};
+  SendMessageW(top(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  SetWindowPos(top(), nullptr, 0, 0, limits.ptMinTrackSize.x, limits.ptMinTrackSize.y, 0);
+  EXPECT_EQ(clientSize(top()).width, area.width / 2);
+}
+
+/// Windows counts a program's objects; where it does not, the lower half of a handle tells whether there is
+/// one.
+std::ptrdiff_t systemObjects() {
+  std::ptrdiff_t count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  for (std::uintptr_t handle = 1; handle <= 0xFFFF; ++handle) {
+    if (GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0) ++count;
+  }
+  return count;
+}
+
+TEST_F(FormWindowTest, KeepsNoObjectsOfTheSystemThatItHasDoneWith) {
+  std::ptrdiff_t first = 0;
+  for (int i = 0; i < 200; ++i) {
+    if (i % 20 == 0) SetWindowPos(top(), nullptr, 0, 0, 300 + i, 200, SWP_NOMOVE | SWP_NOZORDER);
+    button.Visible = i % 2 == 0;
+    board.Cls();
+    board.Print(u"text");
+    board.Line(0, 0, static_cast<float>(i), 100, kBlack);
+    tick();
+    press(VK_TAB);
+    if (i == 20) first = systemObjects();
+  }
+  EXPECT_LE(systemObjects(), first + 3);
 }
 
 TEST_F(FormWindowTest, ACommandThatNamesNoControlOfTheFormIsNone) {

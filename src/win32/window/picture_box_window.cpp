@@ -60,7 +60,8 @@ PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlContext& contex
 
 void PictureBoxWindow::createWindow(HWND container) {
   // What is not a standard control is called what its window is called.
-  create(toWide(box_.AccessibleName).c_str(),
+  shownName_ = box_.AccessibleName;
+  create(toWide(shownName_).c_str(),
          WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (box_.TabStop ? WS_TABSTOP : 0),
          box_.TabStop ? 0 : WS_EX_CONTROLPARENT, container);
 }
@@ -71,32 +72,41 @@ void PictureBoxWindow::fit(PixelSize size, double scale) {
   // By the size in whole pixels, so that the last line of a grid lies exactly on the edge.
   scale_ = {.pixelsPerTwip = size.width / box_.Width, .pixelsPerDrawWidth = scale * kTwipsPerPixel};
   mousePosition_.reset();
-  render();
+  render(kWholePicture);
 }
 
 void PictureBoxWindow::update() {
-  if (!stale_ && isShown()) return;
-  render();
+  if (box_.AccessibleName != shownName_) updateName();
+  const PixelRect stale = staleArea();
+  if (stale.width == 0) return;
+  render(stale);
   // At once: the timer of a game that never rests would leave no time for it.
-  InvalidateRect(window(), nullptr, FALSE);
-  UpdateWindow(window());
+  const ClientContext screen(window());
+  buffer_.show(screen.get(), {stale.left, stale.top, stale.left + stale.width, stale.top + stale.height});
+}
+
+void PictureBoxWindow::updateName() {
+  shownName_ = box_.AccessibleName;
+  SetWindowTextW(window(), toWide(shownName_).c_str());
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void PictureBoxWindow::updateFocus() {
-  if (focusShows(window()) == focusShown_) return;
-  stale_ = true;
+  if (focusShows(window()) != focusShown_) stale_ = true;
   update();
 }
 
-bool PictureBoxWindow::isShown() const {
-  if (!(box_.Picture == shownPicture_)) return false;
-  if (!box_.Picture.resource.empty()) return true;
-  return box_.BackColor == shownBackColor_ && box_.drawing() == shownDrawing_;
+PixelRect PictureBoxWindow::staleArea() const {
+  const PixelRect whole{.width = buffer_.size().width, .height = buffer_.size().height};
+  if (stale_ || !(box_.Picture == shownPicture_)) return whole;
+  if (!box_.Picture.resource.empty()) return {};
+  if (box_.BackColor != shownBackColor_) return whole;
+  return changedArea(shownDrawing_, box_.drawing(), scale_, buffer_.size());
 }
 
-void PictureBoxWindow::render() {
+void PictureBoxWindow::render(const PixelRect& area) {
   if (box_.Picture.resource.empty()) {
-    paint(box_.drawing(), box_.BackColor, scale_, buffer_.pixels(), textDrawer_);
+    paint(box_.drawing(), box_.BackColor, scale_, buffer_.pixels(), textDrawer_, area);
   } else {
     pictures_.show(box_.Picture, buffer_);
   }

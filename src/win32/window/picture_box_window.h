@@ -26,8 +26,10 @@ protected:
   void paintBackground(HDC context, const RECT& area) override;
 
 private:
-  bool isShown() const;
-  void render();
+  /// What of the buffer does not show the box as it is now; empty if all of it does.
+  PixelRect staleArea() const;
+  void render(const PixelRect& area);
+  void updateName();
   void updateFocus();
   void drawFocusFrame() const;
 
