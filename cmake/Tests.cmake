@@ -6,7 +6,7 @@
 #   gui      Wine and a virtual display: FiveInARow.exe, used from outside, and the window used from inside
 #   lint     clang-format, clang-tidy, cppcheck, shellcheck
 #   fuzz     the fuzz targets, for a few seconds each
-#   mail     a mail server
+#   mail     Wine and a mail server
 #   package  the finished .exe and the zip
 #
 # Only the native ones are registered by default; FIAR_ALL_TESTS adds the others.
