@@ -136,6 +136,9 @@ void mainFrm::printDiagnostics() {
 void mainFrm::describeBoard() {
   const Text& description = description_.update(game);
   if (boardPic.AccessibleName != description) boardPic.AccessibleName = description;
+  // "Start" takes the focus when a game has ended, so it is what a screen reader says then.
+  const TextView result = description_.result();
+  if (!Command1.AccessibleName.starts_with(result)) Command1.AccessibleName = Text(result) + u". Start";
 }
 
 void mainFrm::redraw() {

@@ -58,6 +58,7 @@ void mainFrm::designControls() {
 
   place(Command1, 120, 2220, 1695, 555);
   Command1.Caption = u"Start";
+  Command1.FocusWhenShown = true;
 
   place(Check1, 180, 9720, 1455, 315);
   Check1.Caption = u"Sound";

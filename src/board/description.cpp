@@ -36,9 +36,7 @@ const Text& BoardDescription::update(const Board& board) {
   news_ = news;
   ring_ = ring;
 
-  if (newsAreFresh_ && news.winner != kNobody) {
-    return text_ = news.winner == kHuman ? u"You won" : u"The computer won";
-  }
+  if (newsAreFresh_ && news.winner != kNobody) return text_ = result();
   text_.clear();
   if (newsAreFresh_ && news.computersMove != kNoCell) {
     addCell(u"Blue to column ", news.computersMove);
@@ -47,6 +45,11 @@ const Text& BoardDescription::update(const Board& board) {
   if (!board.board.contains(roundToEven(ring.x), roundToEven(ring.y))) return text_ += u"Outside the board";
   addCell(u"Column ", ring);
   return text_.append(u", ").append(nameOf(stoneIn(board, ring)));
+}
+
+TextView BoardDescription::result() const {
+  if (news_.winner == kNobody) return {};
+  return news_.winner == kHuman ? u"You won" : u"The computer won";
 }
 
 BoardDescription::News BoardDescription::newsOf(const Board& board) {

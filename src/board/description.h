@@ -17,6 +17,8 @@ public:
   /// comes first after the computer's move, and at the end of a game "You won" or "The computer won" stands
   /// alone. The result is valid until the next call. Allocates only where it is longer than ever before.
   const Text& update(const Board& board);
+  /// "You won" or "The computer won" if a game had ended at the last update; empty if none had.
+  TextView result() const;
 
 private:
   struct News {

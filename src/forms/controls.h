@@ -34,6 +34,7 @@ struct Control {
   double Width = 0;
   double Height = 0;
   bool Visible = true;
+  bool FocusWhenShown = false;            ///< takes the focus whenever it becomes visible
   const PictureBox* Container = nullptr;  ///< the picture box that it lies in; none: the form itself
   Text AccessibleName;                    ///< what a screen reader says; empty: the caption
 };

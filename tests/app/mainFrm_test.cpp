@@ -151,6 +151,8 @@ TEST_F(MainWindow, AHumanLineIsFoundAfterTheComputersAnswer) {
   EXPECT_EQ(position(), (Position{kNobody, 5, 1}));
   EXPECT_EQ(game.winMarks(7, 0), kHuman);
   EXPECT_FALSE(window.Command1.Visible);
+  EXPECT_EQ(window.boardPic.AccessibleName, u"You won");
+  EXPECT_EQ(window.Command1.AccessibleName, u"You won. Start");
   const CellPoint lastMove = game.lastMove;
   tick();
   EXPECT_TRUE(window.Command1.Visible);

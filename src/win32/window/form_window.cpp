@@ -183,8 +183,18 @@ void FormWindow::updateItem(std::size_t index) {
   }
   if (item.window->window() == nullptr) openItem(index);
   item.window->update();
-  if (!item.seen) ShowWindow(item.window->window(), SW_SHOWNA);
+  if (item.seen) return;
+  ShowWindow(item.window->window(), SW_SHOWNA);
   item.seen = true;
+  if (item.window->control().FocusWhenShown) moveFocus(item.window->window());
+}
+
+void FormWindow::moveFocus(HWND control) {
+  if (IsChild(handle(), GetFocus()) != FALSE) {
+    SetFocus(control);
+  } else {
+    lastFocus_ = control;
+  }
 }
 
 void FormWindow::openItem(std::size_t index) {

@@ -61,6 +61,8 @@ private:
   void updateItem(std::size_t index);
   void openItem(std::size_t index);
   void hideItem(Item& item);
+  /// Gives a control the focus, at once or when the window has it again.
+  void moveFocus(HWND control);
   /// Has the controls hide, or show, which of them has the focus.
   void hideFocus(bool hides);
   void sendFocusState(HWND control) const;

@@ -165,6 +165,10 @@ void CommandButtonWindow::createWindow(HWND container) {
 }
 
 void CommandButtonWindow::update() {
+  if (button_.AccessibleName != shownName_) {
+    shownName_ = button_.AccessibleName;
+    accessibleNameChanged();
+  }
   if (button_.Caption == shownCaption_) return;
   shownCaption_ = button_.Caption;
   SetWindowTextW(window(), toWide(shownCaption_).c_str());

@@ -70,6 +70,7 @@ protected:
 private:
   CommandButton& button_;
   Text shownCaption_;
+  Text shownName_;
 };
 
 /// A check box on the picture of its container that grows with the form: it draws itself, mark and all.
