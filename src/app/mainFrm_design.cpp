@@ -72,14 +72,16 @@ void mainFrm::designControls() {
 
   designBoardPictures();
   designHiddenControls();
-  for (Control* control : std::initializer_list<Control*>{
-           &boardPic, scoreLabel.data(), &scoreLabel[1], &Combo1, &Command1, &Picture2, &Picture3, &Check1}) {
-    control->Container = &Picture1;
+  // In tab order.
+  form.add(&Picture1);
+  for (const ControlRef control : std::initializer_list<ControlRef>{
+           scoreLabel.data(), &scoreLabel[1], &Combo1, &Command1, &Picture2, &Picture3, &boardPic, &Check1}) {
+    form.add(control, &Picture1);
   }
-  form.controls = {&Picture1, scoreLabel.data(), &scoreLabel[1], &Combo1,   &Command1, &Picture2,
-                   &Picture3, &boardPic,         &Check1,        &Command2, &debugPic};
+  form.add(&Command2);
+  form.add(&debugPic);
   for (Swatches* swatches : {&redColorPic, &blueColorPic}) {
-    for (PictureBox& swatch : *swatches) form.controls.emplace_back(&swatch);
+    for (PictureBox& swatch : *swatches) form.add(&swatch);
   }
 }
 

@@ -19,10 +19,15 @@ struct Form {
   double Height = 0;
   Color BackColor = kWhite;
   PictureRef Icon;
-  std::vector<ControlRef>
-      controls;                ///< all of them, containers before their contents, in tab order; not owned
-  std::vector<Timer*> timers;  ///< not owned
-  std::function<void()> Load;  ///< raised once, before the window is seen
+  std::vector<ControlRef> controls;  ///< containers before their contents, in tab order; not owned
+  std::vector<Timer*> timers;        ///< not owned
+  std::function<void()> Load;        ///< raised once, before the window is seen
+
+  /// Appends a control that lies in a container, or in the form itself if there is none.
+  void add(ControlRef added, const PictureBox* container = nullptr) {
+    std::visit([&](Control* control) { control->Container = container; }, added);
+    controls.push_back(added);
+  }
 };
 
 }  // namespace fiar

@@ -144,9 +144,10 @@ public:
   CirclePainter(Point centre, double radius, double rimWidth)
       : centre_(centre), outer_(radius + rimWidth / 2), inner_(std::max(0.0, radius - rimWidth / 2)) {}
 
-  void paint(const BitmapView& target, const Area& area, const DrawCommand& command) const {
+  void paint(const BitmapView& target, const Area& area, std::uint32_t rim, bool filled,
+             std::uint32_t fill) const {
     for (int y = area.rows.begin; y < area.rows.end; ++y) {
-      paintRow(target.row(y), y, area.columns, pixelOf(command.color), command.filled, pixelOf(command.fill));
+      paintRow(target.row(y), y, area.columns, rim, filled, fill);
     }
   }
 
@@ -259,7 +260,7 @@ public:
       case DrawCommand::Kind::Line:
         return overlap(lineArea(from(command), to(command), lineWidth(command)), wholeArea());
       case DrawCommand::Kind::Circle:
-        return circleArea(from(command), radius(command), lineWidth(command));
+        return around(from(command), radius(command) + softReach(lineWidth(command)));
       case DrawCommand::Kind::Print:
         break;  // Letters may reach farther than their line says.
     }
@@ -275,7 +276,8 @@ public:
   }
 
   void paintCircle(const BitmapView& target, const Area& area, const DrawCommand& command) const {
-    CirclePainter(from(command), radius(command), lineWidth(command)).paint(target, area, command);
+    CirclePainter(from(command), radius(command), lineWidth(command))
+        .paint(target, area, pixelOf(command.color), command.filled, pixelOf(command.fill));
   }
 
   void paintText(const BitmapView& target, const Area& area, const DrawCommand& command, TextView text,
@@ -294,19 +296,15 @@ private:
       return {lineAlong(from.x, to.x, wholeWidth, size_.width),
               lineAlong(from.y, to.y, wholeWidth, size_.height)};
     }
-    const double reach = softReach(width);
-    const auto grown = [&](double a, double b, Span limits) {
-      return Span{floorWithin(std::min(a, b) - reach, limits),
-                  floorWithin(std::max(a, b) + reach + 1, limits)};
-    };
-    return {grown(from.x, to.x, wholeArea().columns), grown(from.y, to.y, wholeArea().rows)};
+    const Area start = around(from, softReach(width));
+    const Area end = around(to, softReach(width));
+    // An end outside the picture counts, too, though its own area is empty.
+    return {hull(start.columns, end.columns), hull(start.rows, end.rows)};
   }
 
-  Area circleArea(Point centre, double radius, double rimWidth) const {
-    if (!(radius > 0)) return {};
-    const double reach = radius + softReach(rimWidth);
-    return {centredSpan(centre.x, reach, wholeArea().columns),
-            centredSpan(centre.y, reach, wholeArea().rows)};
+  Area around(Point middle, double reach) const {
+    return {centredSpan(middle.x, reach, wholeArea().columns),
+            centredSpan(middle.y, reach, wholeArea().rows)};
   }
 
   Point from(const DrawCommand& command) const { return toPixels(command.x1, command.y1); }

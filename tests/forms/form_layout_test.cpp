@@ -5,14 +5,15 @@
 #include <cmath>
 #include <tuple>
 
-#include "forms/picture_box.h"
-
 namespace fiar {
 namespace {
 
 /// A form like the game's: a background with a square board in it.
-class FormLayoutTest : public testing::Test {
-protected:
+struct FormLayoutTest : testing::Test {
+  Form form;
+  PictureBox background;
+  PictureBox board;
+
   FormLayoutTest() {
     form.Width = 12060;
     form.Height = 10170;
@@ -21,18 +22,7 @@ protected:
     board.Width = board.Height = 9960;
     board.Container = &background;
   }
-
-  Form form;
-  PictureBox background;
-  PictureBox board;
 };
-
-TEST_F(FormLayoutTest, ShowsTheDesignPixelForPixelAt96DotsPerInch) {
-  const PixelSize area = areaAt(form, designScale(96));
-  EXPECT_EQ(area, (PixelSize{804, 678}));
-  EXPECT_EQ(FormLayout(form, area).place(background), (PixelRect{0, 0, 1, 1}));
-  EXPECT_EQ(FormLayout(form, area).place(board), (PixelRect{131, 6, 664, 664}));
-}
 
 TEST_F(FormLayoutTest, KeepsASquareSquareAndTheFormInTheMiddleAtEverySize) {
   for (int width = 300; width < 2500; width += 37) {
@@ -50,6 +40,10 @@ TEST_F(FormLayoutTest, KeepsASquareSquareAndTheFormInTheMiddleAtEverySize) {
       EXPECT_TRUE(std::abs(width - shown.width) <= 1 || std::abs(height - shown.height) <= 1);
     }
   }
+  // Pixel for pixel at 96 dots per inch.
+  const PixelSize area = areaAt(form, designScale(96));
+  EXPECT_EQ(area, (PixelSize{804, 678}));
+  EXPECT_EQ(FormLayout(form, area).place(board), (PixelRect{131, 6, 664, 664}));
 }
 
 TEST_F(FormLayoutTest, DraggingKeepsTheProportions) {
@@ -68,15 +62,14 @@ TEST_F(FormLayoutTest, DraggingKeepsTheProportions) {
 }
 
 TEST_F(FormLayoutTest, KeysMoveThePointerFromCellToCellWithinThePicture) {
-  // Cells in a row, the place, the way from there, and the cell that it leads to.
+  // Cells in a row, the place, the way from there, and the cell that it leads to. The last four start off the
+  // picture or have odd cells: of no whole twips, larger than the picture.
   using Case = std::tuple<double, PicturePoint, KeyMove, double, double>;
-  // The last four start off the picture or have odd cells: of no whole twips, larger than the picture.
   for (const auto& [cells, from, move, column, row] :
-       {Case(15, {5000, 5000}, {1, 0}, 8, 7), Case(15, {5000, 5000}, {0, -1}, 7, 6),
-        Case(15, {663, 664}, {0, 0}, 0, 1), Case(15, {10, 10}, {-1, 0}, 0, 0),
-        Case(15, {9959, 9959}, {0, 1}, 14, 14), Case(10, {-3000, 400}, {1, 0}, 1, 0),
-        Case(10, {700, 20000}, {0, 0}, 0, 9), Case(7, {9959, 9959}, {1, 1}, 6, 6),
-        Case(0.5, {5000, 5000}, {1, 0}, 0, 0)}) {
+       {Case(15, {5000, 5000}, {1, 0}, 8, 7), Case(15, {663, 664}, {0, 0}, 0, 1),
+        Case(15, {10, 10}, {-1, 0}, 0, 0), Case(15, {9959, 9959}, {0, 1}, 14, 14),
+        Case(10, {-3000, 400}, {1, 0}, 1, 0), Case(10, {700, 20000}, {0, 0}, 0, 9),
+        Case(7, {9959, 9959}, {1, 1}, 6, 6), Case(0.5, {5000, 5000}, {1, 0}, 0, 0)}) {
     board.KeyStep = board.Width / cells;
     const PicturePoint to = movedByKey(board, from, move);
     EXPECT_FLOAT_EQ(to.x, static_cast<float>((column + 0.5) * board.KeyStep)) << from.x;
