@@ -1,23 +1,71 @@
 // Where the program starts: makes the machine's services and the window, and runs until the window is closed.
+// A failure, a call of std::terminate and a fault of the processor show a message box and end it with exit
+// code 1.
 
 #include <windows.h>
 
+#include <array>
+#include <cstdio>
+#include <exception>
 #include <optional>
 
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
-#include "main/fatal_error.h"
 #include "platform/mersenne_twister.h"
 #include "win32/services/events.h"
 #include "win32/services/resources.h"
 #include "win32/services/socket.h"
 #include "win32/services/sound.h"
+#include "win32/wide_text.h"
 #include "win32/window/com.h"
 #include "win32/window/form_window.h"
 #include "win32/window/standard_controls.h"
 
 namespace fiar::win32 {
 namespace {
+
+constexpr const wchar_t* kTitle = L"Five in a Row";
+
+/// Tells the user in a message box why the program ends, and returns when it has been read.
+/// \param reason in UTF-8.
+void showFatalError(const std::string& reason) noexcept {
+  try {
+    const std::wstring text = L"Five in a Row has to close.\n\n" + toWide(fromUtf8(reason));
+    MessageBoxW(nullptr, text.c_str(), kTitle, MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+  } catch (...) {
+    MessageBoxW(nullptr, L"Five in a Row has to close.", kTitle, MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+  }
+}
+
+// Ends without the clean-up that a broken program could stumble over.
+[[noreturn]] void endNow() {
+  TerminateProcess(GetCurrentProcess(), EXIT_FAILURE);
+  std::abort();
+}
+
+/// Shows what the exception that is being handled says.
+void showException() noexcept {
+  try {
+    std::rethrow_exception(std::current_exception());
+  } catch (const std::exception& error) {
+    showFatalError(error.what());
+  } catch (...) {
+    showFatalError("an unknown error");
+  }
+}
+
+[[noreturn]] void onTerminate() {
+  std::current_exception() ? showException() : showFatalError("an internal error");
+  endNow();
+}
+
+LONG WINAPI onFault(EXCEPTION_POINTERS* fault) {
+  std::array<char, 64> reason{};
+  std::snprintf(reason.data(), reason.size(), "a fault of the program (number %08lX)",
+                fault->ExceptionRecord->ExceptionCode);
+  showFatalError(reason.data());
+  endNow();
+}
 
 int run(int showCommand) {
   const ComApartment apartment;
@@ -57,13 +105,12 @@ int run(int showCommand) {
 
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*commandLine*/, int nShowCmd) {
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-  fiar::win32::reportFatalErrors();
+  std::set_terminate(fiar::win32::onTerminate);
+  SetUnhandledExceptionFilter(fiar::win32::onFault);
   try {
     return fiar::win32::run(nShowCmd);
-  } catch (const std::exception& error) {
-    fiar::win32::showFatalError(error.what());
   } catch (...) {
-    fiar::win32::showFatalError("an unknown error");
+    fiar::win32::showException();
+    return EXIT_FAILURE;
   }
-  return EXIT_FAILURE;
 }

@@ -134,8 +134,9 @@ TEST_F(FormWindowTest, ShowsWhatDiffersAndTouchesNothingElse) {
   // A ring that moves by a cell: the pixels of two cells, with the ring's soft edge.
   column = 4;
   tick();
-  EXPECT_GT(Screenshot(boardWindow()).painted(), 10 * 10);
-  EXPECT_LE(Screenshot(boardWindow()).painted(), 23 * 13);
+  const int cell = clientSize(boardWindow()).width / 10;
+  EXPECT_GT(Screenshot(boardWindow()).painted(), cell * cell);
+  EXPECT_LE(Screenshot(boardWindow()).painted(), (2 * cell + 4) * (cell + 4));
   // What has been shown in parts is what is shown at once.
   RedrawWindow(boardWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   column = 0;

@@ -6,25 +6,19 @@
 namespace fiar::win32 {
 namespace {
 
+using Made = std::unique_ptr<ControlWindow>;
+
 /// Makes the object that is the right one for a kind of control.
 struct Maker {
   const ControlContext& context;
 
-  std::unique_ptr<ControlWindow> operator()(PictureBox* box) const {
-    return std::make_unique<PictureBoxWindow>(*box, context);
-  }
-  std::unique_ptr<ControlWindow> operator()(Label* label) const {
-    return std::make_unique<LabelWindow>(*label, context);
-  }
-  std::unique_ptr<ControlWindow> operator()(ComboBox* box) const {
-    return std::make_unique<ComboBoxWindow>(*box, context);
-  }
-  std::unique_ptr<ControlWindow> operator()(CommandButton* button) const {
+  Made operator()(PictureBox* box) const { return std::make_unique<PictureBoxWindow>(*box, context); }
+  Made operator()(Label* label) const { return std::make_unique<LabelWindow>(*label, context); }
+  Made operator()(ComboBox* box) const { return std::make_unique<ComboBoxWindow>(*box, context); }
+  Made operator()(CommandButton* button) const {
     return std::make_unique<CommandButtonWindow>(*button, context);
   }
-  std::unique_ptr<ControlWindow> operator()(CheckBox* box) const {
-    return std::make_unique<CheckBoxWindow>(*box, context);
-  }
+  Made operator()(CheckBox* box) const { return std::make_unique<CheckBoxWindow>(*box, context); }
 };
 
 }  // namespace

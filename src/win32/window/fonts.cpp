@@ -22,25 +22,20 @@ LOGFONTW userFont() {
 /// What a text is drawn with; everything is as it was when this goes.
 class TextSettings {
 public:
-  TextSettings(HDC context, HFONT font, Color color)
-      : context_(context),
-        font_(context, font),
-        color_(SetTextColor(context, color)),
-        mode_(SetBkMode(context, TRANSPARENT)) {}
+  TextSettings(HDC context, HFONT font, Color color) : context_(context), saved_(SaveDC(context)) {
+    SelectObject(context, font);
+    SetTextColor(context, color);
+    SetBkMode(context, TRANSPARENT);
+  }
   TextSettings(const TextSettings&) = delete;
   TextSettings& operator=(const TextSettings&) = delete;
   TextSettings(TextSettings&&) = delete;
   TextSettings& operator=(TextSettings&&) = delete;
-  ~TextSettings() {
-    SetTextColor(context_, color_);
-    SetBkMode(context_, mode_);
-  }
+  ~TextSettings() { RestoreDC(context_, saved_); }
 
 private:
   HDC context_;
-  SelectedObject font_;
-  COLORREF color_;
-  int mode_;
+  int saved_;
 };
 
 const wchar_t* wideData(TextView text) {

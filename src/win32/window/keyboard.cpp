@@ -1,5 +1,8 @@
 #include "win32/window/keyboard.h"
 
+#include <algorithm>
+#include <array>
+
 #include "forms/controls.h"
 
 namespace fiar::win32 {
@@ -13,25 +16,15 @@ bool isPress(UINT message) {
   return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
 }
 
-bool isKeyForControls(WPARAM key) {
-  switch (key) {
-    case VK_TAB:
-    case VK_RETURN:
-    case VK_SPACE:
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_UP:
-    case VK_DOWN:
-      return true;
-    default:
-      return false;
-  }
+bool isControlKey(WPARAM key) {
+  constexpr std::array<WPARAM, 7> kKeys{VK_TAB, VK_RETURN, VK_SPACE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN};
+  return std::find(kKeys.begin(), kKeys.end(), key) != kKeys.end();
 }
 
 }  // namespace
 
 bool handleFormInput(HWND window, UINT message, WPARAM wParam) {
-  const bool isKey = message == WM_KEYDOWN && isKeyForControls(wParam);
+  const bool isKey = message == WM_KEYDOWN && isControlKey(wParam);
   if (!isKey && !isPress(message)) return false;
   const HWND form = GetAncestor(window, GA_ROOT);
   SendMessageW(form, WM_CHANGEUISTATE, MAKEWPARAM(isKey ? UIS_CLEAR : UIS_SET, UISF_HIDEFOCUS), 0);

@@ -12,9 +12,6 @@ namespace {
 
 // Larger ones are damaged: no picture of the program comes near it.
 constexpr UINT kLargestSide = 16384;
-// What a converter is asked for at a time: it needs as much memory again.
-constexpr UINT kStripRows = 64;
-
 constexpr TextView kSmallCopy = u"SMALL";
 constexpr const char* kMissing = "it is missing";
 
@@ -41,21 +38,6 @@ ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
                                        nullptr, 0, WICBitmapPaletteTypeCustom),
                  "Initialize");
   return converter;
-}
-
-std::vector<std::uint32_t> copyPixels(IWICFormatConverter& image, UINT width, UINT height) {
-  std::vector<std::uint32_t> pixels(std::size_t{width} * height);
-  const UINT stride = width * static_cast<UINT>(sizeof(std::uint32_t));
-  for (UINT top = 0; top < height; top += kStripRows) {
-    const UINT rows = std::min(kStripRows, height - top);
-    const WICRect strip{.X = 0,
-                        .Y = static_cast<INT>(top),
-                        .Width = static_cast<INT>(width),
-                        .Height = static_cast<INT>(rows)};
-    auto* const target = reinterpret_cast<BYTE*>(&pixels[std::size_t{width} * top]);
-    requireSuccess(image.CopyPixels(&strip, stride, stride * rows, target), "CopyPixels");
-  }
-  return pixels;
 }
 
 }  // namespace
@@ -100,15 +82,18 @@ std::optional<Pictures::Decoded> Pictures::decode(TextView resource) const {
   auto file = resources_.custom(resource);
   if (!file) return std::nullopt;
   try {
-    const auto pixels = openFirstFrame(*file);
+    const auto frame = openFirstFrame(*file);
     UINT width = 0;
     UINT height = 0;
-    requireSuccess(pixels->GetSize(&width, &height), "GetSize");
+    requireSuccess(frame->GetSize(&width, &height), "GetSize");
     if (width == 0 || height == 0 || width > kLargestSide || height > kLargestSide) {
       throw PictureError(resource, "its size is wrong");
     }
-    return Decoded{Text(resource), static_cast<int>(width), static_cast<int>(height),
-                   copyPixels(*pixels.get(), width, height)};
+    std::vector<std::uint32_t> pixels(std::size_t{width} * height);
+    const auto bytes = static_cast<UINT>(pixels.size() * sizeof(std::uint32_t));
+    requireSuccess(frame->CopyPixels(nullptr, bytes / height, bytes, reinterpret_cast<BYTE*>(pixels.data())),
+                   "CopyPixels");
+    return Decoded{Text(resource), static_cast<int>(width), static_cast<int>(height), std::move(pixels)};
   } catch (const Error& error) {
     throw PictureError(resource, error.what());
   }

@@ -88,13 +88,19 @@ void useVisualStyles() {
   InitCommonControlsEx(&classes);
 }
 
-void StandardControl::createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container) {
-  window_.reset(
-      require(CreateWindowExW(0, className, toWide(caption).c_str(), WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0,
-                              1, 1, container, nullptr, GetModuleHandleW(nullptr), nullptr),
-              "CreateWindowEx"));
+void StandardControl::createOfClass(const wchar_t* className, DWORD style, HWND container) {
+  window_.reset(require(CreateWindowExW(0, className, L"", WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0, 1, 1,
+                                        container, nullptr, GetModuleHandleW(nullptr), nullptr),
+                        "CreateWindowEx"));
   require(SetWindowSubclass(window(), &StandardControl::subclass, 0, reinterpret_cast<DWORD_PTR>(this)),
           "SetWindowSubclass");
+}
+
+bool StandardControl::showCaption(const Text& caption) {
+  if (caption == shownCaption_) return false;
+  shownCaption_ = caption;
+  SetWindowTextW(window(), toWide(caption).c_str());
+  return true;
 }
 
 // The accessible name is given when the first screen reader asks for what the window is: few users have one,
@@ -131,14 +137,12 @@ LabelWindow::LabelWindow(const Label& label, const ControlContext& context)
     : StandardControl(label, label.Font, context), label_(label) {}
 
 void LabelWindow::createWindow(HWND container) {
-  createOfClass(WC_STATICW, label_.Caption, SS_OWNERDRAW, container);
+  createOfClass(WC_STATICW, SS_OWNERDRAW, container);
 }
 
 void LabelWindow::update() {
-  if (label_.Caption == shownCaption_ && label_.ForeColor == shownColor_) return;
-  shownCaption_ = label_.Caption;
+  if (!showCaption(label_.Caption) && label_.ForeColor == shownColor_) return;
   shownColor_ = label_.ForeColor;
-  SetWindowTextW(window(), toWide(shownCaption_).c_str());
   accessibleNameChanged();
   InvalidateRect(window(), nullptr, FALSE);
 }
@@ -146,13 +150,13 @@ void LabelWindow::update() {
 // With the text, which the name alone would keep from being said.
 Text LabelWindow::accessibleName() const {
   if (label_.AccessibleName.empty()) return {};
-  return Text(label_.AccessibleName) + u": " + shownCaption_;
+  return Text(label_.AccessibleName) + u": " + label_.Caption;
 }
 
 void LabelWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
   const PixelBuffer buffer(clientSize(window()));
   copyBackground(window(), buffer);
-  drawTextIn(buffer.context(), shownCaption_, drawing.rcItem, TextPlace::Centre, font(), shownColor_);
+  drawTextIn(buffer.context(), label_.Caption, drawing.rcItem, TextPlace::Centre, font(), shownColor_);
   buffer.show(drawing.hDC, drawing.rcItem);
 }
 
@@ -160,8 +164,7 @@ CommandButtonWindow::CommandButtonWindow(CommandButton& button, const ControlCon
     : StandardControl(button, button.Font, context), button_(button) {}
 
 void CommandButtonWindow::createWindow(HWND container) {
-  createOfClass(WC_BUTTONW, button_.Caption, WS_TABSTOP | BS_PUSHBUTTON, container);
-  shownCaption_ = button_.Caption;
+  createOfClass(WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON, container);
 }
 
 void CommandButtonWindow::update() {
@@ -169,9 +172,7 @@ void CommandButtonWindow::update() {
     shownName_ = button_.AccessibleName;
     accessibleNameChanged();
   }
-  if (button_.Caption == shownCaption_) return;
-  shownCaption_ = button_.Caption;
-  SetWindowTextW(window(), toWide(shownCaption_).c_str());
+  showCaption(button_.Caption);
 }
 
 void CommandButtonWindow::onCommand(UINT code) {
@@ -182,8 +183,7 @@ CheckBoxWindow::CheckBoxWindow(CheckBox& box, const ControlContext& context)
     : StandardControl(box, box.Font, context), box_(box) {}
 
 void CheckBoxWindow::createWindow(HWND container) {
-  createOfClass(WC_BUTTONW, box_.Caption, WS_TABSTOP | BS_AUTOCHECKBOX, container);
-  shownCaption_ = box_.Caption;
+  createOfClass(WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX, container);
 }
 
 void CheckBoxWindow::fit(PixelSize size, double scale) {
@@ -192,10 +192,7 @@ void CheckBoxWindow::fit(PixelSize size, double scale) {
 }
 
 void CheckBoxWindow::update() {
-  if (box_.Caption != shownCaption_) {
-    shownCaption_ = box_.Caption;
-    SetWindowTextW(window(), toWide(shownCaption_).c_str());
-  }
+  showCaption(box_.Caption);
   if (box_.Value != shownValue_) {
     shownValue_ = box_.Value;
     SendMessageW(window(), BM_SETCHECK, static_cast<WPARAM>(shownValue_), 0);
@@ -247,7 +244,7 @@ ComboBoxWindow::ComboBoxWindow(ComboBox& box, const ControlContext& context)
     : StandardControl(box, box.Font, context), box_(box) {}
 
 void ComboBoxWindow::createWindow(HWND container) {
-  createOfClass(WC_COMBOBOXW, {},
+  createOfClass(WC_COMBOBOXW,
                 WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, container);
 }
 

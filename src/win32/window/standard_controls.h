@@ -19,7 +19,9 @@ protected:
       : ControlWindow(control), handlers_(context.handlers), fontSpec_(font) {}
 
   /// Creates a window of one of the system's classes in the container.
-  void createOfClass(const wchar_t* className, TextView caption, DWORD style, HWND container);
+  void createOfClass(const wchar_t* className, DWORD style, HWND container);
+  /// Shows the caption. Returns whether another one was shown before.
+  bool showCaption(const Text& caption);
   void fit(PixelSize size, double scale) override;
 
   /// What a screen reader calls the control; empty where the control's own text says it.
@@ -36,6 +38,7 @@ private:
 
   HandlerGuard& handlers_;
   const FontSpec& fontSpec_;
+  Text shownCaption_;
   bool named_ = false;  ///< a screen reader has asked for the name
   FontHandle font_;     ///< outlives the window, which uses it
   WindowHandle window_;
@@ -54,7 +57,6 @@ protected:
 
 private:
   const Label& label_;
-  Text shownCaption_;
   Color shownColor_ = kBlack;
 };
 
@@ -69,7 +71,6 @@ protected:
 
 private:
   CommandButton& button_;
-  Text shownCaption_;
   Text shownName_;
 };
 
@@ -89,7 +90,6 @@ private:
   void draw(HDC context) const;
 
   CheckBox& box_;
-  Text shownCaption_;
   int shownValue_ = 0;
   double scale_ = 0;  ///< pixels per twip
 };

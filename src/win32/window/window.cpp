@@ -55,9 +55,12 @@ LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_ERASEBKGND:
       return 1;
-    case WM_PAINT:
-      onPaint();
+    case WM_PAINT: {
+      PAINTSTRUCT painting{};
+      paintBackground(require(BeginPaint(handle(), &painting), "BeginPaint"), painting.rcPaint);
+      EndPaint(handle(), &painting);
       return 0;
+    }
     case WM_PRINTCLIENT: {
       RECT area{};
       GetClientRect(handle(), &area);
@@ -67,17 +70,6 @@ LRESULT Window::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       return DefWindowProcW(handle(), message, wParam, lParam);
   }
-}
-
-void Window::onPaint() {
-  PAINTSTRUCT painting{};
-  const HDC context = require(BeginPaint(handle(), &painting), "BeginPaint");
-  try {
-    paintBackground(context, painting.rcPaint);
-  } catch (...) {
-    handlers_.fail();
-  }
-  EndPaint(handle(), &painting);
 }
 
 PixelSize clientSize(HWND window) {

@@ -31,14 +31,13 @@ protected:
   /// Handles one message. The base gives the window the background that paintBackground() paints, and passes
   /// everything else to the system.
   virtual LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  /// Paints the window's own picture, without the controls in it.
+  /// Paints the window's own picture, without the controls in it. Must not throw.
   virtual void paintBackground(HDC context, const RECT& area) = 0;
 
   HandlerGuard& handlers() const { return handlers_; }
 
 private:
   static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  void onPaint();
 
   HandlerGuard& handlers_;
   WindowHandle handle_;
