@@ -1,6 +1,6 @@
 // Sends mail with the program's own sockets, as entries on the standard input say, each ended by a NUL:
 //   NAME=VALUE         a property of the message, or "folder": where the debug log goes, with "/" at its end
-//   patience=SECONDS   how long at most a wait lasts before the clock jumps to its end (60)
+//   patience=SECONDS   after how long without an event the clock jumps to the end of a wait (60)
 //   quit=CODE          asks the program to end with this exit code
 //   send=              sends the message; prints how often that waited and how many objects there are then
 
@@ -31,13 +31,13 @@ int main() {
   double patience = 60;
   fiar::test::FakePlatform fake;
   fake.platform.newSocket = [] { return std::make_unique<fiar::win32::Win32Socket>(); };
-  fake.events.longestWait = 0;  // time passes here alone
+  fake.events.longestWait = 0;  // time passes only in a wait in which nothing happens, and then at once
   fake.events.onEvents = [&] {
-    const double seconds = fake.events.waits.back();
+    const double longest = std::min(fake.events.waits.back(), patience);
     const auto start = std::chrono::steady_clock::now();
-    events.waitAndProcess(std::min(seconds, patience));
+    events.waitAndProcess(longest);
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
-    fake.clock.advance(passed.count() < patience ? passed.count() : seconds);
+    if (passed.count() >= longest) fake.clock.advance(fake.events.waits.back());
   };
   fiar::Toolkit toolkit(fake.platform);
   _setmode(_fileno(stdin), _O_BINARY);
