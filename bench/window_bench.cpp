@@ -8,10 +8,7 @@
 #include <string_view>
 
 #include "app/mainFrm.h"
-#include "platform/mersenne_twister.h"
-#include "win32/services/events.h"
-#include "win32/services/resources.h"
-#include "win32/services/sound.h"
+#include "win32/services/services.h"
 #include "win32/window/com.h"
 #include "win32/window/form_window.h"
 #include "win32/window/standard_controls.h"
@@ -51,30 +48,16 @@ void fillBoard(Board& board) {
 int showFullBoard() {
   const ComApartment apartment;
   useVisualStyles();
-  const Win32Resources resources;
-  MersenneTwister random;
-  Win32SoundPlayer sound;
-  RecordedDatabase database;
-  EventGate gate;
-  Win32Events events([](const MSG&) { return false; });
-  const Platform platform{systemClock(),
-                          CodePage::system(),
-                          systemRegionalFormat(),
-                          systemEnvironment(),
-                          resources,
-                          random,
-                          sound,
-                          events,
-                          database};
-  Toolkit toolkit(platform);
+  Win32Services services;
+  Toolkit toolkit(services.platform);
   mainFrm mainWindow(toolkit);
-  FormWindow window(mainWindow.form, gate, resources);
+  FormWindow window(mainWindow.form, services.resources);
   mainWindow.Combo1.setListIndex(3);
   window.show(SW_SHOWNORMAL);
   fillBoard(mainWindow.game);
   mainWindow.game.player = kHuman;
-  const int exitCode = events.runUntilQuit();
-  gate.rethrowFailure();
+  const int exitCode = services.events.runUntilQuit();
+  window.rethrowFailure();
   return exitCode;
 }
 

@@ -11,11 +11,7 @@
 
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
-#include "platform/mersenne_twister.h"
-#include "win32/services/events.h"
-#include "win32/services/resources.h"
-#include "win32/services/socket.h"
-#include "win32/services/sound.h"
+#include "win32/services/services.h"
 #include "win32/wide_text.h"
 #include "win32/window/com.h"
 #include "win32/window/form_window.h"
@@ -71,31 +67,17 @@ int run(int showCommand) {
   const ComApartment apartment;
   useVisualStyles();
 
-  const Win32Resources resources;
-  MersenneTwister random;
-  Win32SoundPlayer sound;
-  RecordedDatabase database;
-  Win32Events events;
-  const Platform platform{systemClock(),
-                          CodePage::system(),
-                          systemRegionalFormat(),
-                          systemEnvironment(),
-                          resources,
-                          random,
-                          sound,
-                          events,
-                          database,
-                          [] { return std::make_unique<Win32Socket>(); }};
+  Win32Services services;
 
-  Toolkit toolkit(platform);
+  Toolkit toolkit(services.platform);
   mainFrm mainWindow(toolkit);
   std::optional<FormWindow> window;
   startUpMod::ProgramValues values;
   startUpMod::Main(toolkit, values, [&] {
-    window.emplace(mainWindow.form, resources);
+    window.emplace(mainWindow.form, services.resources);
     window->show(showCommand);
   });
-  const int exitCode = events.runUntilQuit();
+  const int exitCode = services.events.runUntilQuit();
   window->rethrowFailure();
   return exitCode;
 }

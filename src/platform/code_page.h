@@ -15,10 +15,6 @@ public:
   /// \param characters the character of each byte value; where one stands twice, the lower byte is its code.
   explicit CodePage(const std::array<char16_t, 256>& characters);
 
-  /// The system's ANSI code page, read once (Windows-1252 where the system has no such thing). Every byte has
-  /// a character of its own, so bytes survive the way to text and back.
-  static const CodePage& system();
-
   /// The character of a byte.
   char16_t character(std::uint8_t byte) const { return characters_[byte]; }
   /// The byte of a character; '?' for one that the code page lacks.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 
 #include "platform/text.h"
@@ -9,9 +8,6 @@
 namespace fiar {
 
 // Paths are written with "\\" (and "/") between folders.
-
-/// The file system's form of a path.
-std::filesystem::path nativePath(TextView path);
 
 struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }

@@ -39,9 +39,6 @@ public:
   virtual DateTime now() const = 0;
 };
 
-/// The machine's clock, for the life of the process.
-const Clock& systemClock();
-
 /// What the program is told about its process.
 class Environment {
 public:
@@ -54,9 +51,6 @@ public:
   /// Whether another instance of the program was running when this one started.
   virtual bool otherInstanceRunning() const = 0;
 };
-
-/// This process's environment, for its life. The first call marks the process as a running instance.
-const Environment& systemEnvironment();
 
 /// The data embedded in the program, resource type "custom" (types and names ignore letter case).
 class Resources {

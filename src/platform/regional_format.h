@@ -10,8 +10,7 @@ namespace fiar {
 
 struct DateTime;
 
-/// How numbers and dates are written on this machine: the user's regional format on Windows, the locale of
-/// the environment on Linux.
+/// How numbers and dates are written on this machine: the user's regional format.
 class RegionalFormat {
 public:
   /// The most characters that a number takes.
@@ -35,8 +34,5 @@ public:
   /// it.
   std::optional<double> number(TextView text) const;
 };
-
-/// The system's own format, for the life of the process.
-const RegionalFormat& systemRegionalFormat();
 
 }  // namespace fiar

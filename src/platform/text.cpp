@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/upper_case.h"
-
 namespace fiar {
 namespace {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,10 @@ using TextView = std::u16string_view;
 /// The capital letter of one character by the system's simple (one to one) case mapping; a character without
 /// one, and half of a surrogate pair, is returned as it is. A letter beyond ASCII never becomes an ASCII one.
 char16_t toUpper(char16_t character);
+
+/// Turns every character into its capital letter by the system's own one-to-one mapping, without regard to
+/// the user's language. Characters stand for themselves; halves of surrogate pairs may become anything.
+void makeUpperByHost(std::span<char16_t> characters);
 
 /// The same for a whole text; the length does not change.
 Text toUpper(TextView text);

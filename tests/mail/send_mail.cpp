@@ -16,8 +16,7 @@
 #include "support/fake_platform.h"
 #include "toolkit/clsZantorMail.h"
 #include "toolkit/toolkit.h"
-#include "win32/services/events.h"
-#include "win32/services/socket.h"
+#include "win32/services/services.h"
 
 int main() {
   using Mail = fiar::clsZantorMail;
@@ -30,7 +29,7 @@ int main() {
   fiar::win32::Win32Events events;
   double patience = 60;
   fiar::test::FakePlatform fake;
-  fake.platform.newSocket = [] { return std::make_unique<fiar::win32::Win32Socket>(); };
+  fake.platform.newSocket = fiar::win32::newSocket;
   fake.events.longestWait = 0;  // time passes only in a wait in which nothing happens, and then at once
   fake.events.onEvents = [&] {
     const double longest = std::min(fake.events.waits.back(), patience);

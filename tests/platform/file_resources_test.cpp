@@ -1,18 +1,17 @@
-#include "platform/file_resources.h"
-
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
 
 #include "platform/wave_image.h"
+#include "support/file_resources.h"
 
 namespace fiar {
 namespace {
 
 using namespace std::literals;
 
-const FileResources kResources(FIAR_RESOURCE_DIR);
+const test::FileResources kResources;
 
 TEST(ShippedResources, HaveTheirFormatsAndSizes) {
   const std::string table = kResources.custom(102).value();

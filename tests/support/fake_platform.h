@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/file_resources.h"
 #include "platform/platform.h"
+#include "support/file_resources.h"
 
 namespace fiar::test {
 
@@ -80,7 +80,7 @@ public:
   }
 
 private:
-  FileResources files_{FIAR_RESOURCE_DIR};
+  FileResources files_;
 };
 
 /// Writes down what it is asked to play.

@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-#include "platform/files.h"
+#include "support/native_path.h"
 
 namespace fiar::test {
 

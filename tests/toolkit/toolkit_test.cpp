@@ -138,7 +138,7 @@ TEST_F(AppendToFile, GivesUpAfterFiveFailures) {
   EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
   // A disk that is full, where there is one.
   constexpr TextView kFullDisk = u"/dev/full";
-  if (std::filesystem::exists(nativePath(kFullDisk))) {
+  if (std::filesystem::exists(test::nativePath(kFullDisk))) {
     EXPECT_EQ(append(kFullDisk, u"lost", kTextMode), 5U);
   }
 }

@@ -11,8 +11,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/file_resources.h"
 #include "support/allocation_count.h"
+#include "support/file_resources.h"
 #include "win32/services/events.h"
 #include "win32/window/com.h"
 
@@ -70,7 +70,7 @@ protected:
   void press(WPARAM key) { SendMessageW(GetFocus(), WM_KEYDOWN, key, 1); }
 
   ComApartment apartment;
-  FileResources resources{FIAR_RESOURCE_DIR};
+  test::FileResources resources;
   Form form;
   PictureBox background;
   PictureBox board;

@@ -3,18 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <map>
 #include <numeric>
+#include <set>
 #include <thread>
 
-#include "platform/code_page.h"
-#include "platform/file_resources.h"
+#include "support/file_resources.h"
 #include "win32/error.h"
 #include "win32/handle.h"
-#include "win32/services/environment.h"
 #include "win32/services/events.h"
-#include "win32/services/resources.h"
-#include "win32/services/sound.h"
+#include "win32/services/services.h"
 #include "win32/wide_text.h"
 #include "win32/window/com.h"
 #include "win32/window/pictures.h"
@@ -28,7 +27,37 @@ TEST(Win32CodePage, IsTheSystemsOwnByteForByte) {
   std::wstring wide(256, L'\0');
   const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), 256, wide.data(), 256);
   if (length != 256) GTEST_SKIP() << "characters of more than one byte here";
-  EXPECT_EQ(CodePage::system().decode(bytes), fromWide(wide));
+  EXPECT_EQ(ansiCodePage().decode(bytes), fromWide(wide));
+}
+
+TEST(Win32Clock, MovesAndTellsTheSameTimeInSecondsAndAsADate) {
+  const Win32Clock clock;
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const double before = clock.timer();
+  const DateTime now = clock.now();
+  double after = before;
+  while (after == before && std::chrono::steady_clock::now() < deadline) after = clock.timer();
+  const double seconds = (now.hour * 60 + now.minute) * 60 + now.second;
+  EXPECT_NE(after, before);
+  const bool overMidnight = after < before;
+  EXPECT_TRUE(overMidnight || (seconds >= std::floor(before) && seconds <= after)) << seconds;
+  EXPECT_LT(after, 86400);
+  EXPECT_GE(now.year, 2024);
+}
+
+TEST(Win32RegionalFormat, ReadsItsOwnNumbersAndShowsEveryPartOfADate) {
+  const Win32RegionalFormat format;
+  for (const double value : {0.0, -2.5, 1001196.0, 1e-300}) {
+    EXPECT_EQ(format.number(format.numberText(value)), value);
+  }
+  std::set<Text> texts;
+  for (const DateTime& date :
+       {DateTime{2024, 2, 28, 1, 47, 58}, DateTime{2025, 2, 28, 1, 47, 58}, DateTime{2024, 3, 28, 1, 47, 58},
+        DateTime{2024, 2, 29, 1, 47, 58}, DateTime{2024, 2, 28, 13, 47, 58}, DateTime{2024, 2, 28, 1, 48, 58},
+        DateTime{2024, 2, 28, 1, 47, 59}, kEmptyDate}) {
+    texts.insert(format.dateTimeText(date));
+  }
+  EXPECT_EQ(texts.size(), 8U);
 }
 
 TEST(Win32Error, NamesTheCallAndTheSystemsReason) {
@@ -58,12 +87,13 @@ TEST(Win32Environment, SeesAnotherInstanceWhileItRuns) {
 }
 
 TEST(Win32Environment, ReadsVariablesOfAnyLength) {
+  const Text name = u"FiveInARow.test";
   for (const std::wstring& value :
        {std::wstring(L"\u010D\u4E2D"), std::wstring(30000, L'x'), std::wstring()}) {
     SetEnvironmentVariableW(L"FIVE_\u017D", value.c_str());
-    EXPECT_EQ(systemEnvironment().variable(u"five_\u017E"), fromWide(value));
+    EXPECT_EQ(Win32Environment(name).variable(u"five_\u017E"), fromWide(value));
   }
-  EXPECT_TRUE(systemEnvironment().programFolder().ends_with(u"\\"));
+  EXPECT_TRUE(Win32Environment(name).programFolder().ends_with(u"\\"));
 }
 
 TEST(Win32Resources, AreReadWholeFromTheProgramWhereItHasThem) {
@@ -77,7 +107,7 @@ TEST(Win32Resources, AreReadWholeFromTheProgramWhereItHasThem) {
 }
 
 std::string shipped(TextView name) {
-  return FileResources(FIAR_RESOURCE_DIR).custom(name).value();
+  return test::FileResources().custom(name).value();
 }
 
 /// Has the files of the test for resources.

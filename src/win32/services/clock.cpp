@@ -1,41 +1,30 @@
-#include <windows.h>
+#include "win32/services/services.h"
 
-#include "platform/platform.h"
-
-namespace fiar {
+namespace fiar::win32 {
 namespace {
 
-class Win32Clock final : public Clock {
-public:
-  double timer() const override {
-    const SYSTEMTIME local = localTime();
-    const int whole = (local.wHour * 60 + local.wMinute) * 60 + local.wSecond;
-    return whole + local.wMilliseconds / 1000.0;
-  }
-
-  DateTime now() const override {
-    const SYSTEMTIME local = localTime();
-    return {.year = local.wYear,
-            .month = local.wMonth,
-            .day = local.wDay,
-            .hour = local.wHour,
-            .minute = local.wMinute,
-            .second = local.wSecond};
-  }
-
-private:
-  static SYSTEMTIME localTime() {
-    SYSTEMTIME local{};
-    GetLocalTime(&local);
-    return local;
-  }
-};
+SYSTEMTIME localTime() {
+  SYSTEMTIME local{};
+  GetLocalTime(&local);
+  return local;
+}
 
 }  // namespace
 
-const Clock& systemClock() {
-  static const Win32Clock clock;
-  return clock;
+double Win32Clock::timer() const {
+  const SYSTEMTIME local = localTime();
+  const int whole = (local.wHour * 60 + local.wMinute) * 60 + local.wSecond;
+  return whole + local.wMilliseconds / 1000.0;
 }
 
-}  // namespace fiar
+DateTime Win32Clock::now() const {
+  const SYSTEMTIME local = localTime();
+  return {.year = local.wYear,
+          .month = local.wMonth,
+          .day = local.wDay,
+          .hour = local.wHour,
+          .minute = local.wMinute,
+          .second = local.wSecond};
+}
+
+}  // namespace fiar::win32

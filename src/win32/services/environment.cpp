@@ -1,13 +1,11 @@
-#include "win32/services/environment.h"
-
 #include "win32/error.h"
+#include "win32/services/services.h"
 #include "win32/wide_text.h"
 
-namespace fiar {
-namespace win32 {
+namespace fiar::win32 {
 
 Win32Environment::Win32Environment(TextView instanceName) {
-  // A mutex that nobody owns: that it exists says all. "Local" is the session of the user.
+  // A mutex that nobody owns: its existence is the only information. "Local" is the session of the user.
   const std::wstring name = L"Local\\" + toWide(instanceName);
   SetLastError(ERROR_SUCCESS);
   instanceMark_.reset(CreateMutexW(nullptr, FALSE, name.c_str()));
@@ -36,11 +34,4 @@ Text Win32Environment::programFolder() const {
   return fromWide(path.substr(0, path.find_last_of(L"\\/") + 1));
 }
 
-}  // namespace win32
-
-const Environment& systemEnvironment() {
-  static const win32::Win32Environment environment(u"FiveInARow.6C1B0C5E-52F3-4E0B-9E63-0F3D2A7B8C41");
-  return environment;
-}
-
-}  // namespace fiar
+}  // namespace fiar::win32

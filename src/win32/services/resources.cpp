@@ -1,8 +1,5 @@
-#include "win32/services/resources.h"
-
-#include <windows.h>
-
 #include "win32/error.h"
+#include "win32/services/services.h"
 #include "win32/wide_text.h"
 
 namespace fiar::win32 {

@@ -1,4 +1,5 @@
-#include "win32/services/socket.h"
+#include <winsock2.h>
+#include <ws2tcpip.h>
 
 #include <algorithm>
 #include <array>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "win32/error.h"
+#include "win32/services/services.h"
 #include "win32/wide_text.h"
 
 namespace fiar::win32 {
@@ -44,7 +46,52 @@ void registerWindowClass(WNDPROC procedure) {
   require(RegisterClassExW(&windowClass), "RegisterClassExW");
 }
 
-}  // namespace
+struct SocketTraits {
+  using Handle = SOCKET;
+  static Handle none() { return INVALID_SOCKET; }
+  static void close(Handle handle) { closesocket(handle); }
+};
+using SocketHandle = UniqueHandle<SocketTraits>;
+
+class Win32Socket final : public SocketControl {
+public:
+  Win32Socket();
+  Win32Socket(const Win32Socket&) = delete;
+  Win32Socket& operator=(const Win32Socket&) = delete;
+  Win32Socket(Win32Socket&&) = delete;
+  Win32Socket& operator=(Win32Socket&&) = delete;
+  ~Win32Socket() override;
+
+  void Connect() override;
+  SocketState State() const override { return state_; }
+  void SendData(std::string_view bytes) override;
+  std::string GetData() override;
+  void Close() override;
+
+private:
+  class Lookup;
+
+  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  void lookedUp(int error);
+  void connectToNext(int lastError);
+  bool startConnecting(const ADDRINFOEXW& address);
+  void socketEvent(int event, int error);
+  void finishConnecting(int error);
+  bool receive();
+  void sendQueued();
+  void dropConnection();
+  void fail(int error);
+
+  SocketState state_ = SocketState::Closed;
+  // Made for each connection, so that no message of an earlier one is taken for one of this.
+  WindowHandle window_;
+  std::shared_ptr<Lookup> lookup_;            ///< of the connection being made; null: none
+  const ADDRINFOEXW* nextAddress_ = nullptr;  ///< in lookup_
+  SocketHandle socket_;
+  std::string queued_;  ///< bytes to send, from sent_ on
+  std::size_t sent_ = 0;
+  std::string arrived_;
+};
 
 // The look-up of one name, done by the system in the background; it posts its end to the window. It owns
 // itself until then, because it cannot be stopped.
@@ -255,6 +302,12 @@ void Win32Socket::fail(int error) {
   dropConnection();
   state_ = SocketState::Error;
   if (OnError) OnError(fromUtf8(errorText(static_cast<DWORD>(error))));
+}
+
+}  // namespace
+
+std::unique_ptr<SocketControl> newSocket() {
+  return std::make_unique<Win32Socket>();
 }
 
 }  // namespace fiar::win32

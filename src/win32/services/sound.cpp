@@ -1,6 +1,5 @@
-#include "win32/services/sound.h"
+#include "win32/services/services.h"
 
-#include <windows.h>
 // After <windows.h>, whose types it uses.
 #include <mmsystem.h>
 

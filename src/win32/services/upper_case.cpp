@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/upper_case.h"
+#include "platform/text.h"
 #include "win32/error.h"
 
 namespace fiar {
