@@ -45,7 +45,9 @@ void replaceAll(Text& text, const Text& what, const Text& by) {
 
 // The number that a text begins with, after spaces; 0 where it begins with none.
 double leadingNumber(TextView text) {
-  const std::string number = toUtf8(trimSpaces(text));
+  std::string number;
+  for (const char16_t character : trimSpaces(text))
+    number += character < 0x80 ? static_cast<char>(character) : '?';
   return std::strtod(number.substr(0, number.find_first_not_of("+-.0123456789eE")).c_str(), nullptr);
 }
 

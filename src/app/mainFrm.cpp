@@ -78,7 +78,7 @@ void mainFrm::Form_Load() {
 
 void mainFrm::readUtezi() {
   const auto table = platform_.resources.custom(kPatternTableResource);
-  if (!table) throw PatternTableError("it is missing");
+  if (!table) throw PatternTableError(u"it is missing");
   loadPatternTable(*table, toolkit_);
   tapSound = platform_.resources.custom(u"WAVTAP").value_or("");
   errorSound = platform_.resources.custom(u"WAVERR").value_or("");

@@ -5,12 +5,13 @@
 #include <windows.h>
 
 #include <array>
-#include <cstdio>
+#include <cwchar>
 #include <exception>
 #include <optional>
 
 #include "app/mainFrm.h"
 #include "app/startUpMod.h"
+#include "platform/error.h"
 #include "win32/services/services.h"
 #include "win32/wide_text.h"
 #include "win32/window/com.h"
@@ -23,10 +24,9 @@ namespace {
 constexpr const wchar_t* kTitle = L"Five in a Row";
 
 /// Tells the user in a message box why the program ends, and returns when it has been read.
-/// \param reason in UTF-8.
-void showFatalError(const std::string& reason) noexcept {
+void showFatalError(std::wstring_view reason) noexcept {
   try {
-    const std::wstring text = L"Five in a Row has to close.\n\n" + toWide(fromUtf8(reason));
+    const std::wstring text = std::wstring(L"Five in a Row has to close.\n\n").append(reason);
     MessageBoxW(nullptr, text.c_str(), kTitle, MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
   } catch (...) {
     MessageBoxW(nullptr, L"Five in a Row has to close.", kTitle, MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
@@ -43,21 +43,24 @@ void showFatalError(const std::string& reason) noexcept {
 void showException() noexcept {
   try {
     std::rethrow_exception(std::current_exception());
+  } catch (const fiar::Error& error) {
+    showFatalError(toWide(error.message()));
   } catch (const std::exception& error) {
-    showFatalError(error.what());
+    const std::string_view what(error.what());
+    showFatalError(std::wstring(what.begin(), what.end()));
   } catch (...) {
-    showFatalError("an unknown error");
+    showFatalError(L"an unknown error");
   }
 }
 
 [[noreturn]] void onTerminate() {
-  std::current_exception() ? showException() : showFatalError("an internal error");
+  std::current_exception() ? showException() : showFatalError(L"an internal error");
   endNow();
 }
 
 LONG WINAPI onFault(EXCEPTION_POINTERS* fault) {
-  std::array<char, 64> reason{};
-  std::snprintf(reason.data(), reason.size(), "a fault of the program (number %08lX)",
+  std::array<wchar_t, 64> reason{};
+  std::swprintf(reason.data(), reason.size(), L"a fault of the program (number %08lX)",
                 fault->ExceptionRecord->ExceptionCode);
   showFatalError(reason.data());
   endNow();

@@ -47,17 +47,16 @@ int weightOf(TextView key) {
 
 void loadLine(TextView line, Toolkit& toolkit) {
   const std::vector<TextView> pieces = split(line, kComma);
-  if (pieces.size() < 2) throw PatternTableError("a line has no comma: " + toUtf8(line));
+  if (pieces.size() < 2) throw PatternTableError(u"a line has no comma: " + Text(line));
   const auto weight = toolkit.platform().regional.number(pieces[1]);
-  if (!weight) throw PatternTableError("a weight is no number: " + toUtf8(line));
+  if (!weight) throw PatternTableError(u"a weight is no number: " + Text(line));
   toolkit.variables().setVar(pieces[0], *weight);
 }
 
 }  // namespace
 
-PatternTableError::PatternTableError(const std::string& reason)
-    : std::runtime_error("Resource " + std::to_string(kPatternTableResource) +
-                         " (the pattern table): " + reason) {}
+PatternTableError::PatternTableError(TextView reason)
+    : Error(Text(u"Resource 102 (the pattern table): ").append(reason)) {}
 
 Text patternKey(int n) {
   return clsZantorBas::dec2bin(n, true).insert(kSideLength, 1, u'P');

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <stdexcept>
 #include <string_view>
 
-#include "platform/text.h"
+#include "platform/error.h"
 #include "toolkit/toolkit.h"
 
 namespace fiar {
@@ -15,9 +14,9 @@ inline constexpr int kPatternCount = 256;
 inline constexpr unsigned kPatternTableResource = 102;
 
 /// The table of pattern weights is missing or cannot be read; the text names the resource.
-class PatternTableError : public std::runtime_error {
+class PatternTableError : public Error {
 public:
-  explicit PatternTableError(const std::string& reason);
+  explicit PatternTableError(TextView reason);
 };
 
 /// The key of pattern `n` (0 to 255): the digits of n in binary, "1" for a stone, with "P" for the cell

@@ -35,10 +35,4 @@ TextView trimSpaces(TextView text);
 /// the text.
 std::vector<TextView> split(TextView text, TextView separator);
 
-/// UTF-8 form, for messages and tests; an unpaired surrogate becomes U+FFFD.
-std::string toUtf8(TextView text);
-
-/// The text of UTF-8 bytes; every byte that is not part of a well-formed character becomes U+FFFD.
-Text fromUtf8(std::string_view bytes);
-
 }  // namespace fiar

@@ -22,7 +22,9 @@ public:
   Platform platform{fake.clock,  fake.codePage, fake.regional, *this, *this,
                     fake.random, fake.sound,    fake.events,   *this};
 
-  Text variable(TextView name) const override { return note(toUtf8(name), fake.environment.variable(name)); }
+  Text variable(TextView name) const override {
+    return note(std::string(name.begin(), name.end()), fake.environment.variable(name));
+  }
   Text programFolder() const override { return note("folder", fake.environment.programFolder()); }
   bool otherInstanceRunning() const override {
     return note("other instance?", fake.environment.otherInstanceRunning());
@@ -31,10 +33,10 @@ public:
     return note("resource " + std::to_string(number), fake.resources.custom(number));
   }
   std::optional<std::string> custom(TextView name) const override {
-    return note(toUtf8(name), fake.resources.custom(name));
+    return note(std::string(name.begin(), name.end()), fake.resources.custom(name));
   }
   void open(TextView connectText) override {
-    note("open " + toUtf8(connectText), 0);
+    note("open " + std::string(connectText.begin(), connectText.end()), 0);
     fake.database.open(connectText);
   }
 
@@ -62,7 +64,8 @@ TEST(StartUp, TakesItsStepsInOrder) {
   shipped.resources.loadRealOnes = true;
   const std::optional<std::string> shippedText = shipped.resources.custom(101);
   const TextView shippedPass = u"MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK";
-  EXPECT_EQ(shippedText, "<mysqlConnect>\r\n</mysqlConnect>\r\n<cryptoPass>" + toUtf8(shippedPass) +
+  EXPECT_EQ(shippedText, "<mysqlConnect>\r\n</mysqlConnect>\r\n<cryptoPass>" +
+                             std::string(shippedPass.begin(), shippedPass.end()) +
                              "</cryptoPass>\r\n<runMySQL>0</runMySQL>\r\n");
   const std::string toVariables =
       "folder, TEMP, APPL_PHYSICAL_PATH, SCRIPT_FILENAME, SCRIPT_PATH, resource 101, ";
@@ -100,7 +103,7 @@ TEST(StartUp, TakesItsStepsInOrder) {
     EXPECT_EQ(calls, c.calls);
     EXPECT_EQ(values.runMode, RunMode::Built);
     EXPECT_EQ(values.configText, machine.fake.codePage.decode(c.configuration.value_or("")));
-    EXPECT_EQ(toUtf8(values.workKey), toUtf8(toolkit.codeCod().EnCodeLight(c.cryptoPass, u"", true)));
+    EXPECT_EQ(values.workKey, toolkit.codeCod().EnCodeLight(c.cryptoPass, u"", true));
     EXPECT_EQ(values.clipsPath, c.clipsPath);
     EXPECT_EQ(values.queryText, c.queryText);
     EXPECT_EQ(values.useDatabase, c.useDatabase);
@@ -135,11 +138,11 @@ TEST(StartUp, SetsTheFolders) {
     Toolkit toolkit(machine.platform);
     startUpMod::setupPaths(toolkit, RunMode::Built);
     const ToolkitValues& paths = toolkit.values();
-    EXPECT_EQ(toUtf8(paths.applicationFolder), "C:\\My g\u00E1mes\\Five\\");
-    EXPECT_EQ(toUtf8(paths.temporaryFolder), "C:\\My g\u00E1mes\\Five\\temp\\");
-    EXPECT_EQ(toUtf8(paths.scriptsFolder), "C:\\My g\u00E1mes\\Five\\scripts\\");
-    EXPECT_EQ(toUtf8(paths.systemTemporaryFolder), toUtf8(c.systemTemporaryFolder));
-    EXPECT_EQ(toUtf8(paths.scriptFolder), toUtf8(c.scriptFolder));
+    EXPECT_EQ(paths.applicationFolder, u"C:\\My g\u00E1mes\\Five\\");
+    EXPECT_EQ(paths.temporaryFolder, u"C:\\My g\u00E1mes\\Five\\temp\\");
+    EXPECT_EQ(paths.scriptsFolder, u"C:\\My g\u00E1mes\\Five\\scripts\\");
+    EXPECT_EQ(paths.systemTemporaryFolder, c.systemTemporaryFolder);
+    EXPECT_EQ(paths.scriptFolder, c.scriptFolder);
     EXPECT_EQ(paths.lineBreak, u"\r\n");
     EXPECT_EQ(paths.startTime, machine.clock.date);
     startUpMod::setupPaths(toolkit, RunMode::InDevelopment);

@@ -171,7 +171,8 @@ TEST(Painter, HandsTextsOverAtTheirPixelsOnTopOfWhatWasDrawnBefore) {
         EXPECT_EQ(target.row(10)[10], 0xFF0000U);
         EXPECT_EQ(area, (PixelRect{0, 0, 60, 300}));
         EXPECT_EQ(color, 0x123456U);
-        seen += toUtf8(text) + "@" + std::to_string(x) + "," + std::to_string(y) + " ";
+        seen +=
+            std::string(text.begin(), text.end()) + "@" + std::to_string(x) + "," + std::to_string(y) + " ";
       });
   // Each starts a line of 12 points, which are 240 twips, at the left edge.
   EXPECT_EQ(seen, "five@20,21 @0,141 row@0,261 ");

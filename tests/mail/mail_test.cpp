@@ -267,7 +267,7 @@ TEST_F(MailTest, TakesOnlyDigitsAsAPort) {
       {u"smtp", 0},    {u"99999999999999999999", 0}};
   for (const auto& [text, port] : cases) {
     mail->setServerPort(text);
-    EXPECT_EQ(socket->RemotePort, port) << toUtf8(text);
+    EXPECT_EQ(socket->RemotePort, port) << testing::PrintToString(text);
     EXPECT_EQ(mail->ServerPort(), text);
   }
 }

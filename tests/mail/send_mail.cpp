@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 #include <map>
 
@@ -17,6 +18,10 @@
 #include "toolkit/clsZantorMail.h"
 #include "toolkit/toolkit.h"
 #include "win32/services/services.h"
+
+static fiar::Text fromUtf8(const std::string& bytes) {
+  return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).u16string();
+}
 
 int main() {
   using Mail = fiar::clsZantorMail;
@@ -41,10 +46,10 @@ int main() {
   fiar::Toolkit toolkit(fake.platform);
   _setmode(_fileno(stdin), _O_BINARY);
   for (std::string name, value; std::getline(std::getline(std::cin, name, '='), value, '\0');) {
-    if (name == "folder") toolkit.values().applicationFolder = fiar::fromUtf8(value);
+    if (name == "folder") toolkit.values().applicationFolder = fromUtf8(value);
     if (name == "patience") patience = std::stod(value);
     if (name == "quit") PostQuitMessage(std::stoi(value));
-    if (properties.contains(name)) (toolkit.mail().*properties.at(name))(fiar::fromUtf8(value));
+    if (properties.contains(name)) (toolkit.mail().*properties.at(name))(fromUtf8(value));
     if (name != "send") continue;
     fake.events.waits.clear();
     toolkit.mail().SendMail();

@@ -29,7 +29,7 @@ TEST(ShippedResources, HaveTheirFormatsAndSizes) {
       {u"BACKGROUNDSMALL", "\xFF\xC0\0\x11\x08\x02\xA8\x03\x26"sv}};
   for (const auto& [name, bytes] : parts) {
     EXPECT_NE(kResources.custom(name).value().find(bytes), std::string::npos)
-        << toUtf8(name) << " lacks " << testing::PrintToString(bytes);
+        << testing::PrintToString(name) << " lacks " << testing::PrintToString(bytes);
   }
   EXPECT_NE(kResources.custom(u"PICTURE2"), kResources.custom(u"PICTURE3"));
   for (const auto& [name, size] : {std::pair{u"WAVTAP", 1192U}, {u"WAVERR", 23272U}}) {

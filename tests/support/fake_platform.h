@@ -43,9 +43,9 @@ public:
   }
   Text dateTimeText(const DateTime& when) const override {
     std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%02d.%02d.%02d %02d:%02d:%02d", when.day, when.month, when.year,
-                  when.hour, when.minute, when.second);
-    return fromUtf8(text.data());
+    const int length = std::snprintf(text.data(), text.size(), "%02d.%02d.%02d %02d:%02d:%02d", when.day,
+                                     when.month, when.year, when.hour, when.minute, when.second);
+    return {text.data(), text.data() + length};
   }
 };
 

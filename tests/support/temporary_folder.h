@@ -32,7 +32,7 @@ public:
   /// All bytes of a file in the folder; empty, with a failure of the test, where it is missing.
   std::string contents(TextView name) const {
     std::ifstream file(nativePath(text() + Text(name)), std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << toUtf8(name);
+    EXPECT_TRUE(file.is_open()) << testing::PrintToString(name);
     return {std::istreambuf_iterator<char>(file), {}};
   }
 

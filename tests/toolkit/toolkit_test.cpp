@@ -41,11 +41,11 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 TEST(GetTF, KnowsYesInBothLanguagesAndTakesTheRestForNo) {
   for (const TextView yes :
        {u"DA", u"da", u"yEs", u"1", u"true", u"-1", u"On", u"vklop", u"VKLOPLJEN", u"vklopljeno"}) {
-    EXPECT_TRUE(clsZantorBas::GetTF(yes)) << toUtf8(yes);
+    EXPECT_TRUE(clsZantorBas::GetTF(yes)) << testing::PrintToString(yes);
   }
   for (const TextView no :
        {u"NE", u"no", u"0", u"false", u"off", u"izklop", u"", u" yes", u"yes ", u"2", u"+1"})
-    EXPECT_FALSE(clsZantorBas::GetTF(no)) << toUtf8(no);
+    EXPECT_FALSE(clsZantorBas::GetTF(no)) << testing::PrintToString(no);
 }
 
 TEST(Dec2bin, WritesBinaryDigitsInGroupsOfEight) {

@@ -83,7 +83,7 @@ TEST_F(Variables, ChangeTheRevisionWithEveryStoredValue) {
   // The last one is refused, but the error variables are entries too.
   for (const TextView name : {u"_constant", u"name", u"name", u"_constant"}) {
     store.setVar(name, 1);
-    EXPECT_TRUE(changed()) << toUtf8(name);
+    EXPECT_TRUE(changed()) << testing::PrintToString(name);
   }
   EXPECT_EQ(store.getVar(u"name") + store.getVar(u"other"), u"1");
   EXPECT_FALSE(changed());

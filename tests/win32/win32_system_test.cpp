@@ -66,12 +66,12 @@ TEST(Win32Error, NamesTheCallAndTheSystemsReason) {
     require(HANDLE{}, "OpenSomething");
     FAIL() << "no error was thrown";
   } catch (const Error& error) {
-    const std::string reason = errorText(ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(error.what(), "OpenSomething: " + reason);
-    EXPECT_EQ(reason.find_first_of("\r\n"), std::string::npos);
+    const Text reason = errorText(ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(error.message(), u"OpenSomething: " + reason);
+    EXPECT_EQ(reason.find_first_of(u"\r\n"), Text::npos);
     EXPECT_NE(reason, errorText(ERROR_ACCESS_DENIED));
   }
-  EXPECT_EQ(errorText(0x2FFFFFFF), "error 805306367");
+  EXPECT_EQ(errorText(0x2FFFFFFF), u"error 805306367");
 }
 
 TEST(Win32Environment, SeesAnotherInstanceWhileItRuns) {
@@ -150,7 +150,7 @@ TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
       files[u"PICTURE"] = whole.substr(0, length);
       try {
         shown(40, 30);
-        EXPECT_GT(length, 400U) << toUtf8(name);
+        EXPECT_GT(length, 400U) << testing::PrintToString(name);
       } catch (const PictureError&) {
       }
     }

@@ -301,7 +301,7 @@ void Win32Socket::dropConnection() {
 void Win32Socket::fail(int error) {
   dropConnection();
   state_ = SocketState::Error;
-  if (OnError) OnError(fromUtf8(errorText(static_cast<DWORD>(error))));
+  if (OnError) OnError(errorText(static_cast<DWORD>(error)));
 }
 
 }  // namespace

@@ -273,7 +273,7 @@ void FormWindow::loadIcons() {
     const HANDLE loaded =
         LoadImageW(GetModuleHandleW(nullptr), toWide(form_.Icon.resource).c_str(), IMAGE_ICON,
                    GetSystemMetricsForDpi(widthMetric, dpi), GetSystemMetricsForDpi(heightMetric, dpi), 0);
-    if (loaded == nullptr) throw PictureError(form_.Icon.resource, Error("LoadImage", GetLastError()).what());
+    if (loaded == nullptr) throw PictureError(form_.Icon.resource, Error("LoadImage", GetLastError()).message());
     IconHandle next(static_cast<HICON>(loaded));
     SendMessageW(handle(), WM_SETICON, which, reinterpret_cast<LPARAM>(next.get()));
     icon = std::move(next);

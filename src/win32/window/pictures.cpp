@@ -13,7 +13,7 @@ namespace {
 // Larger ones are damaged: no picture of the program comes near it.
 constexpr UINT kLargestSide = 16384;
 constexpr TextView kSmallCopy = u"SMALL";
-constexpr const char* kMissing = "it is missing";
+constexpr TextView kMissing = u"it is missing";
 
 /// \param file outlives what is returned.
 ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
@@ -42,9 +42,11 @@ ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
 
 }  // namespace
 
-PictureError::PictureError(TextView resource, const std::string& reason)
-    : std::runtime_error("The picture \"" + toUtf8(resource) +
-                         "\" in the program cannot be shown: " + reason) {}
+PictureError::PictureError(TextView resource, TextView reason)
+    : fiar::Error(Text(u"The picture \"")
+                      .append(resource)
+                      .append(u"\" in the program cannot be shown: ")
+                      .append(reason)) {}
 
 void Pictures::check(const PictureRef& picture) const {
   if (!decode(picture.resource)) throw PictureError(picture.resource, kMissing);
@@ -87,7 +89,7 @@ std::optional<Pictures::Decoded> Pictures::decode(TextView resource) const {
     UINT height = 0;
     requireSuccess(frame->GetSize(&width, &height), "GetSize");
     if (width == 0 || height == 0 || width > kLargestSide || height > kLargestSide) {
-      throw PictureError(resource, "its size is wrong");
+      throw PictureError(resource, u"its size is wrong");
     }
     std::vector<std::uint32_t> pixels(std::size_t{width} * height);
     const auto bytes = static_cast<UINT>(pixels.size() * sizeof(std::uint32_t));
@@ -95,7 +97,7 @@ std::optional<Pictures::Decoded> Pictures::decode(TextView resource) const {
                    "CopyPixels");
     return Decoded{Text(resource), static_cast<int>(width), static_cast<int>(height), std::move(pixels)};
   } catch (const Error& error) {
-    throw PictureError(resource, error.what());
+    throw PictureError(resource, error.message());
   }
 }
 

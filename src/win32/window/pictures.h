@@ -7,15 +7,16 @@
 #include <vector>
 
 #include "forms/controls.h"
+#include "platform/error.h"
 #include "platform/platform.h"
 #include "win32/window/pixel_buffer.h"
 
 namespace fiar::win32 {
 
 /// A picture of the program that is missing or damaged.
-class PictureError : public std::runtime_error {
+class PictureError : public fiar::Error {
 public:
-  PictureError(TextView resource, const std::string& reason);
+  PictureError(TextView resource, TextView reason);
 };
 
 /// The pictures in the program's resources, in any format that the system knows. A decoded picture is large
