@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "obvious_tag_reader.h"
-#include "platform/code_page.h"
+#include "support/windows_1252.h"
 #include "toolkit/clsZantorXml.h"
 
 namespace {
@@ -58,7 +58,7 @@ void readEveryWay(const Text& text, const Text& path) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fiar::CodePage page(fiar::windows1252Characters());
+  static const fiar::CodePage page = fiar::test::windows1252();
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const std::size_t line = std::min(bytes.find('\n'), bytes.size());
   readEveryWay(page.decode(bytes.substr(std::min(line + 1, size))), page.decode(bytes.substr(0, line)));

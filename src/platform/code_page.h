@@ -12,12 +12,18 @@ namespace fiar {
 /// The one-byte character set through which text becomes bytes and bytes become text, one byte a character.
 class CodePage {
 public:
-  /// \param characters the character of each byte value; where one stands twice, the lower byte is its code.
-  explicit CodePage(const std::array<char16_t, 256>& characters);
+  /// The character of each byte value.
+  using Characters = std::array<char16_t, 256>;
+  /// The byte of each character.
+  using Bytes = std::array<std::uint8_t, 65536>;
+
+  /// \param characters where one stands twice, the lower byte is its code.
+  /// \param nearest for a character that is not among these, the byte of the one that takes its place.
+  CodePage(const Characters& characters, const Bytes& nearest);
 
   /// The character of a byte.
   char16_t character(std::uint8_t byte) const { return characters_[byte]; }
-  /// The byte of a character; '?' for one that the code page lacks.
+  /// The byte of a character, or of what is nearest to it.
   std::uint8_t byte(char16_t character) const { return bytes_[character]; }
 
   /// One character a byte, NUL included.
@@ -26,12 +32,8 @@ public:
   std::string encode(TextView text) const;
 
 private:
-  std::array<char16_t, 256> characters_;
-  std::array<std::uint8_t, 65536> bytes_{};
+  Characters characters_;
+  Bytes bytes_;
 };
-
-/// The characters of Windows-1252. The five bytes that it leaves undefined stand for the control codes of the
-/// same number, as Windows has it.
-std::array<char16_t, 256> windows1252Characters();
 
 }  // namespace fiar

@@ -79,7 +79,7 @@ class SoundPlayer {
 public:
   virtual ~SoundPlayer() = default;
 
-  /// Silences what is playing; nothing happens when nothing is.
+  /// Silences what is playing.
   virtual void stop() = 0;
   /// Starts a WAVE file image in the place of what is playing and returns at once. The image stays the
   /// caller's, who may change or free it right away.

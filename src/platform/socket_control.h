@@ -23,6 +23,8 @@ enum class SocketState {
   Error = 9
 };
 
+inline constexpr int kHighestPort = 65535;
+
 /// A TCP client. No operation waits: what comes of it is reported through State() and the events, which are
 /// raised while pending events are delivered (OnError also by an operation that fails at once). A handler may
 /// call every operation.
@@ -36,7 +38,7 @@ public:
   virtual ~SocketControl() = default;
 
   Text RemoteHost;     ///< name or address that Connect() goes to; an empty one is not found
-  int RemotePort = 0;  ///< port that Connect() goes to; outside 1 to 65535 the connection fails
+  int RemotePort = 0;  ///< port that Connect() goes to; outside 1 to kHighestPort the connection fails
 
   std::function<void()> OnConnect;      ///< the connection stands
   std::function<void()> OnDataArrival;  ///< new data waits for GetData()

@@ -31,7 +31,6 @@ constexpr double kStatePause = 1;
 
 // A port from 0 to 65535 in decimal digits; 0 for any other text.
 int portNumber(TextView text) {
-  constexpr int kHighestPort = 65535;
   int port = 0;
   for (const char16_t digit : trimSpaces(text)) {
     if (digit < u'0' || digit > u'9') return 0;

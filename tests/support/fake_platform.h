@@ -15,6 +15,7 @@
 
 #include "platform/platform.h"
 #include "support/file_resources.h"
+#include "support/windows_1252.h"
 
 namespace fiar::test {
 
@@ -147,7 +148,7 @@ public:
 /// A machine that does what the test says. `platform` refers to the other members.
 struct FakePlatform {
   FakeClock clock;
-  CodePage codePage{windows1252Characters()};
+  CodePage codePage = windows1252();
   FakeRegionalFormat regional;
   FakeEnvironment environment;
   FakeResources resources;

@@ -14,7 +14,7 @@ namespace fiar {
 namespace {
 
 const TextView kSetting = u"MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK";
-const CodePage kPage(windows1252Characters());
+const CodePage kPage = test::windows1252();
 
 // The coder's steps one by one, with positions that count from 1.
 Text codeByStep(TextView text, Text key, bool hexOutput);

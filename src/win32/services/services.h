@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/mersenne_twister.h"
 #include "platform/platform.h"
@@ -19,7 +20,8 @@ public:
 };
 
 /// The ANSI code page of a number, the system's own by default. Every byte has a character of its own, so
-/// that bytes survive the way to text and back. Windows-1252 stands for UTF-8, which has no such bytes.
+/// that bytes survive the way to text and back. A character that the code page lacks becomes the nearest one,
+/// as the system has it, or "?". Windows-1252 stands for UTF-8, which has no such bytes.
 CodePage ansiCodePage(unsigned number = GetACP());
 
 /// The user's regional format. The decimal separator is read once, so that a number is read back as it was
@@ -71,8 +73,7 @@ public:
   void play(const std::string& waveImage) override;
 
 private:
-  // What the system may be reading in the background.
-  std::string playing_;
+  std::vector<char> playing_;  ///< the image that the system may be reading in the background
 };
 
 /// A socket control over a non-blocking Windows socket. Its events are messages to a hidden window. Throws

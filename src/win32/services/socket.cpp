@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <mutex>
 #include <utility>
 
 #include "win32/error.h"
@@ -16,34 +15,24 @@ namespace {
 
 // The most that is read before other messages have their turn.
 constexpr int kReadSize = 65536;
-constexpr int kHighestPort = 65535;
 
 constexpr wchar_t kWindowClass[] = L"FiveInARowSocket";
 constexpr UINT kSocketMessage = WM_APP;        ///< as WSAAsyncSelect() defines it
-constexpr UINT kLookedUpMessage = WM_APP + 1;  ///< wParam: 0 or the error
+constexpr UINT kLookedUpMessage = WM_APP + 1;  ///< wParam: 0 or the error; lParam: the Lookup
 
-// Keeps the network library loaded while the program runs.
-class NetworkLibrary {
-public:
-  NetworkLibrary() {
-    WSADATA data{};
-    const int error = WSAStartup(MAKEWORD(2, 2), &data);
-    if (error != 0) throw Error("WSAStartup", static_cast<DWORD>(error));
-  }
-  NetworkLibrary(const NetworkLibrary&) = delete;
-  NetworkLibrary& operator=(const NetworkLibrary&) = delete;
-  NetworkLibrary(NetworkLibrary&&) = delete;
-  NetworkLibrary& operator=(NetworkLibrary&&) = delete;
-  ~NetworkLibrary() { WSACleanup(); }
-};
-
-void registerWindowClass(WNDPROC procedure) {
+// Loads the network library and makes the class of the sockets' windows, both for as long as the program
+// runs.
+bool prepareSockets(WNDPROC procedure) {
+  WSADATA data{};
+  const int error = WSAStartup(MAKEWORD(2, 2), &data);
+  if (error != 0) throw Error("WSAStartup", static_cast<DWORD>(error));
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
   windowClass.lpfnWndProc = procedure;
   windowClass.hInstance = GetModuleHandleW(nullptr);
   windowClass.lpszClassName = kWindowClass;
   require(RegisterClassExW(&windowClass), "RegisterClassExW");
+  return true;
 }
 
 struct SocketTraits {
@@ -53,49 +42,15 @@ struct SocketTraits {
 };
 using SocketHandle = UniqueHandle<SocketTraits>;
 
-class Win32Socket final : public SocketControl {
-public:
-  Win32Socket();
-  Win32Socket(const Win32Socket&) = delete;
-  Win32Socket& operator=(const Win32Socket&) = delete;
-  Win32Socket(Win32Socket&&) = delete;
-  Win32Socket& operator=(Win32Socket&&) = delete;
-  ~Win32Socket() override;
-
-  void Connect() override;
-  SocketState State() const override { return state_; }
-  void SendData(std::string_view bytes) override;
-  std::string GetData() override;
-  void Close() override;
-
-private:
-  class Lookup;
-
-  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-  void lookedUp(int error);
-  void connectToNext(int lastError);
-  bool startConnecting(const ADDRINFOEXW& address);
-  void socketEvent(int event, int error);
-  void finishConnecting(int error);
-  bool receive();
-  void sendQueued();
-  void dropConnection();
-  void fail(int error);
-
-  SocketState state_ = SocketState::Closed;
-  // Made for each connection, so that no message of an earlier one is taken for one of this.
-  WindowHandle window_;
-  std::shared_ptr<Lookup> lookup_;            ///< of the connection being made; null: none
-  const ADDRINFOEXW* nextAddress_ = nullptr;  ///< in lookup_
-  SocketHandle socket_;
-  std::string queued_;  ///< bytes to send, from sent_ on
-  std::size_t sent_ = 0;
-  std::string arrived_;
-};
-
-// The look-up of one name, done by the system in the background; it posts its end to the window. It owns
-// itself until then, because it cannot be stopped.
-class Win32Socket::Lookup : private OVERLAPPED {
+// The look-up of one name, which the system does in the background:
+//
+//   Connect()    --  start()  -->  the system looks the name up
+//                                      |
+//   lookedUp()  <--  message  --   done(), on a thread of the system's
+//
+// It cannot be stopped, so it keeps itself alive until it is done. If the socket has been closed meanwhile,
+// its window is gone, and the message reaches nobody.
+class Lookup : private OVERLAPPED {
 public:
   Lookup(std::wstring host, int port, HWND window)
       : OVERLAPPED{}, host_(std::move(host)), port_(std::to_wstring(port)), window_(window) {}
@@ -121,35 +76,54 @@ public:
     if (result != WSA_IO_PENDING) done(static_cast<DWORD>(result), 0, lookup.get());
   }
 
-  /// After this no message is posted any more.
-  void abandon() {
-    const std::lock_guard lock(mutex_);
-    window_ = nullptr;
-  }
-
 private:
   static void CALLBACK done(DWORD error, DWORD /*length*/, OVERLAPPED* overlapped) {
-    auto* const lookup = static_cast<Lookup*>(overlapped);
-    const std::shared_ptr<Lookup> self = std::move(lookup->self_);
-    const std::lock_guard lock(lookup->mutex_);
-    if (lookup->window_ != nullptr) PostMessageW(lookup->window_, kLookedUpMessage, error, 0);
+    const std::shared_ptr<Lookup> lookup = std::move(static_cast<Lookup*>(overlapped)->self_);
+    PostMessageW(lookup->window_, kLookedUpMessage, error, reinterpret_cast<LPARAM>(lookup.get()));
   }
 
   std::wstring host_;
   std::wstring port_;
+  HWND window_;
   ADDRINFOEXW* found_ = nullptr;
-  std::shared_ptr<Lookup> self_;
-  std::mutex mutex_;
-  HWND window_;  ///< null: abandoned
+  std::shared_ptr<Lookup> self_;  ///< null: done
+};
+
+class Win32Socket final : public SocketControl {
+public:
+  Win32Socket();
+
+  void Connect() override;
+  SocketState State() const override { return state_; }
+  void SendData(std::string_view bytes) override;
+  std::string GetData() override;
+  void Close() override;
+
+private:
+  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  void lookedUp(int error);
+  void connectToNext(int lastError);
+  bool startConnecting(const ADDRINFOEXW& address);
+  void socketEvent(int event, int error);
+  void finishConnecting(int error);
+  bool receive();
+  void sendQueued();
+  void dropConnection();
+  void fail(int error);
+
+  SocketState state_ = SocketState::Closed;
+  // Made for each connection, so that no message of an earlier one is taken for one of this.
+  WindowHandle window_;
+  std::shared_ptr<Lookup> lookup_;            ///< of the connection being made; null: none
+  const ADDRINFOEXW* nextAddress_ = nullptr;  ///< in lookup_
+  SocketHandle socket_;
+  std::string queued_;  ///< bytes to send, from sent_ on
+  std::size_t sent_ = 0;
+  std::string arrived_;
 };
 
 Win32Socket::Win32Socket() {
-  static const NetworkLibrary library;
-  [[maybe_unused]] static const bool registered = (registerWindowClass(&windowProcedure), true);
-}
-
-Win32Socket::~Win32Socket() {
-  Win32Socket::Close();
+  [[maybe_unused]] static const bool prepared = prepareSockets(&windowProcedure);
 }
 
 void Win32Socket::Connect() {
@@ -188,7 +162,8 @@ LRESULT CALLBACK Win32Socket::windowProcedure(HWND window, UINT message, WPARAM 
   auto* const control = reinterpret_cast<Win32Socket*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (control == nullptr) return DefWindowProcW(window, message, wParam, lParam);
   if (message == kLookedUpMessage) {
-    control->lookedUp(static_cast<int>(wParam));
+    const bool current = lParam == reinterpret_cast<LPARAM>(control->lookup_.get());
+    if (current) control->lookedUp(static_cast<int>(wParam));
     return 0;
   }
   if (message == kSocketMessage) {
@@ -289,7 +264,6 @@ void Win32Socket::sendQueued() {
 
 // Lets go of everything but the state and what has arrived.
 void Win32Socket::dropConnection() {
-  if (lookup_) lookup_->abandon();
   lookup_.reset();
   nextAddress_ = nullptr;
   socket_.reset();

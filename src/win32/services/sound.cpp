@@ -24,19 +24,20 @@ void playSound(const char* image, UINT flags) {
 // The results are ignored: without a sound device the game is silent.
 
 Win32SoundPlayer::~Win32SoundPlayer() {
-  Win32SoundPlayer::stop();
+  if (!playing_.empty()) Win32SoundPlayer::stop();
 }
 
 void Win32SoundPlayer::stop() {
-  if (!playing_.empty()) playSound(nullptr, 0);
+  playSound(nullptr, 0);
 }
 
 void Win32SoundPlayer::play(const std::string& waveImage) {
-  stop();
   // The system would read beyond a damaged image, or play its default sound instead.
   if (!isPlayableWave(waveImage)) return;
-  playing_ = waveImage;
-  playSound(playing_.data(), SND_ASYNC | SND_MEMORY);
+  std::vector<char> next(waveImage.begin(), waveImage.end());
+  playSound(next.data(), SND_ASYNC | SND_MEMORY);
+  // Only now the system has done with the image before.
+  playing_.swap(next);
 }
 
 }  // namespace fiar::win32
