@@ -25,9 +25,9 @@ enum class SocketState {
 
 inline constexpr int kHighestPort = 65535;
 
-/// A TCP client. No operation waits: what comes of it is reported through State() and the events, which are
+/// A TCP client. No operation waits: its result is reported through State() and the events, which are
 /// raised while pending events are delivered (OnError also by an operation that fails at once). A handler may
-/// call every operation.
+/// call any operation.
 class SocketControl {
 public:
   SocketControl() = default;
@@ -40,10 +40,10 @@ public:
   Text RemoteHost;     ///< name or address that Connect() goes to; an empty one is not found
   int RemotePort = 0;  ///< port that Connect() goes to; outside 1 to kHighestPort the connection fails
 
-  std::function<void()> OnConnect;      ///< the connection stands
+  std::function<void()> OnConnect;      ///< State() has become Connected
   std::function<void()> OnDataArrival;  ///< new data waits for GetData()
-  std::function<void(TextView description)>
-      OnError;  ///< State() has become Error; the system's words for why
+  /// State() has become Error; the description is the system's.
+  std::function<void(TextView description)> OnError;
 
   /// Starts to connect to RemoteHost and RemotePort, address by address where the name has several; closes
   /// what was there before.

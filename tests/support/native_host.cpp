@@ -1,11 +1,21 @@
 // What the portable code asks of its host, where that is not Windows.
 
+#include <algorithm>
 #include <cwctype>
+#include <filesystem>
 
 #include "platform/files.h"
-#include "support/native_path.h"
 
 namespace fiar {
+namespace {
+
+std::filesystem::path nativePath(TextView path) {
+  Text native(path);
+  std::replace(native.begin(), native.end(), u'\\', u'/');
+  return native;
+}
+
+}  // namespace
 
 void makeUpperByHost(std::span<char16_t> characters) {
   // The language-neutral locale with the full character set; for the life of the process.
@@ -18,11 +28,11 @@ void makeUpperByHost(std::span<char16_t> characters) {
 }
 
 OpenFile openToAppend(TextView path) {
-  return OpenFile(std::fopen(test::nativePath(path).c_str(), "ab"));
+  return OpenFile(std::fopen(nativePath(path).c_str(), "ab"));
 }
 
 OpenFile openToRead(TextView path) {
-  const std::filesystem::path native = test::nativePath(path);
+  const std::filesystem::path native = nativePath(path);
   if (!std::filesystem::is_regular_file(native)) return nullptr;
   return OpenFile(std::fopen(native.c_str(), "rb"));
 }

@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-#include "support/native_path.h"
+#include "platform/text.h"
 
 namespace fiar::test {
 
@@ -31,7 +31,7 @@ public:
   Text text() const { return path_.u16string() + u'\\'; }
   /// All bytes of a file in the folder; empty, with a failure of the test, where it is missing.
   std::string contents(TextView name) const {
-    std::ifstream file(nativePath(text() + Text(name)), std::ios::binary);
+    std::ifstream file(path_ / name, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << testing::PrintToString(name);
     return {std::istreambuf_iterator<char>(file), {}};
   }

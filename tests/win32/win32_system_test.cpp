@@ -1,5 +1,8 @@
 // What Windows gives: code page, errors, environment, resources, decoded pictures, sound, messages.
 
+#include "win32/services/services.h"
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -10,8 +13,6 @@
 
 #include "support/file_resources.h"
 #include "win32/error.h"
-#include "win32/services/events.h"
-#include "win32/services/services.h"
 #include "win32/wide_text.h"
 #include "win32/window/com.h"
 #include "win32/window/pictures.h"
@@ -46,15 +47,13 @@ TEST(Win32Error, NamesTheCallAndTheSystemsReason) {
 
 TEST(Win32Clock, MovesAndTellsTheSameTimeInSecondsAndAsADate) {
   const Win32Clock clock;
-  const auto deadline = Time::now() + 10s;
   const double before = clock.timer();
   const DateTime now = clock.now();
   double after = before;
-  while (after == before && Time::now() < deadline) after = clock.timer();
+  for (const auto start = Time::now(); after == before && Time::now() - start < 10s;) after = clock.timer();
   EXPECT_NE(after, before);
   const int seconds = (now.hour * 60 + now.minute) * 60 + now.second;
-  const bool overMidnight = after < before;
-  EXPECT_TRUE(overMidnight || (seconds + 1 > before && seconds <= after)) << seconds;
+  EXPECT_TRUE(after < before || (seconds + 1 > before && seconds <= after)) << seconds;
 }
 
 TEST(Win32RegionalFormat, ReadsItsOwnNumbersAndShowsEveryPartOfADate) {
@@ -99,51 +98,35 @@ TEST(Win32Resources, AreReadWholeFromTheProgramWhereItHasThem) {
 }
 
 /// Has the files of the test for resources.
-class PicturesTest : public testing::Test, protected Resources {
-protected:
+struct FilesAsResources final : Resources {
+  std::map<Text, std::string> files;
+
   std::optional<std::string> custom(unsigned /*number*/) const override { return std::nullopt; }
   std::optional<std::string> custom(TextView name) const override {
     const auto found = files.find(Text(name));
     return found == files.end() ? std::nullopt : std::optional(found->second);
   }
-
-  std::vector<std::uint32_t> shown(int width, int height) const {
+  std::vector<std::uint32_t> picture(int width, int height) const {
     const PixelBuffer buffer({width, height});
     Pictures(*this).show({u"PICTURE"}, buffer);
     const BitmapView view = buffer.pixels();
     return {view.pixels, view.row(height)};
   }
-
-  const ComApartment apartment;
-  const test::FileResources shipped;
-  std::map<Text, std::string> files;
 };
 
-TEST_F(PicturesTest, ShowTheSmallCopyWhereItIsLargeEnough) {
-  files[u"PICTURE"] = shipped.custom(u"PICTURE2").value();
-  const auto large = shown(119, 157);
-  const auto larger = shown(119, 158);
-  files[u"PICTURESMALL"] = shipped.custom(u"PICTURE3").value();
-  EXPECT_NE(shown(119, 157), large);
-  EXPECT_EQ(shown(119, 158), larger);
-  // The picture itself can be missed before it is needed.
-  files.erase(u"PICTURE");
-  EXPECT_NE(shown(119, 157), large);
-  EXPECT_THROW(Pictures(*this).check({u"PICTURE"}), PictureError);
-}
-
-TEST_F(PicturesTest, CutOffAnywhereAreShownInPartOrRefused) {
-  for (const auto& [name, step] : {std::pair{u"PICTURE2", 100U}, {u"BACKGROUNDSMALL", 500U}}) {
-    const std::string whole = shipped.custom(name).value();
-    for (std::size_t length = 0; length < whole.size(); length += step) {
-      files[u"PICTURE"] = whole.substr(0, length);
-      try {
-        shown(40, 30);
-        EXPECT_GT(length, 400U) << testing::PrintToString(name);
-      } catch (const PictureError&) {
-      }
-    }
-  }
+TEST(Pictures, ShowTheSmallCopyWhereItIsLargeEnough) {
+  const ComApartment apartment;
+  const test::FileResources shipped;
+  FilesAsResources resources;
+  resources.files[u"PICTURE"] = shipped.custom(u"PICTURE2").value();
+  const auto large = resources.picture(119, 157);
+  const auto larger = resources.picture(119, 158);
+  resources.files[u"PICTURESMALL"] = shipped.custom(u"PICTURE3").value();
+  EXPECT_NE(resources.picture(119, 157), large);
+  EXPECT_EQ(resources.picture(119, 158), larger);
+  resources.files[u"PICTURE"].resize(300);
+  EXPECT_NE(resources.picture(119, 157), large) << "the picture itself can be damaged before it is needed";
+  EXPECT_THROW(Pictures(resources).check({u"PICTURE"}), PictureError);
 }
 
 // With or without a sound device: each cue is cut off by the next, so twenty of a quarter of a second, which
@@ -166,56 +149,36 @@ TEST(Win32Sound, ReturnsAtOnceAndNeedsNeitherADeviceNorTheImage) {
   EXPECT_LT(Time::now() - start, 4500ms);
 }
 
-constexpr UINT kNote = WM_APP;
-
-// A window that only takes messages and calls the test for each note.
-class Win32EventsTest : public testing::Test {
-protected:
-  Win32EventsTest() {
-    SetWindowLongPtrW(window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetWindowLongPtrW(window.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&procedure));
-  }
-
-  void post() const { PostMessageW(window.get(), kNote, 0, 0); }
-
-  WindowHandle window{
-      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)};
+TEST(Win32Events, AWaitEndsWithAnEventOrItsTime) {
   Win32Events events;
-  std::function<void()> onNote = [] {};
-  int received = 0;
-
-private:
-  static LRESULT CALLBACK procedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const self = reinterpret_cast<Win32EventsTest*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
-    if (message != kNote) return DefWindowProcW(handle, message, wParam, lParam);
-    ++self->received;
-    self->onNote();
-    return 0;
-  }
-};
-
-TEST_F(Win32EventsTest, AWaitEndsWithAnEventOrItsTime) {
+  events.process();
   auto start = Time::now();
-  while (received == 0 && Time::now() - start < 50ms) events.waitAndProcess(0.05);
+  events.waitAndProcess(0.05);
   EXPECT_GE(Time::now() - start, 45ms);
   start = Time::now();
-  std::thread poster([this] { post(); });
-  while (received == 0 && Time::now() - start < 30s) events.waitAndProcess(60);
+  std::thread poster([id = GetCurrentThreadId()] { PostThreadMessageW(id, WM_NULL, 0, 0); });
+  events.waitAndProcess(60);
   poster.join();
-  EXPECT_EQ(received, 1);
   EXPECT_LT(Time::now() - start, 30s);
 }
 
 // A timer that is due again whenever its handler is done must not keep the program here for ever.
-TEST_F(Win32EventsTest, DeliveryEndsThoughMessagesKeepComing) {
-  const auto deadline = Time::now() + 10s;
-  onNote = [&] {
-    if (Time::now() < deadline) post();
+TEST(Win32Events, DeliveryEndsThoughMessagesKeepComing) {
+  const WindowHandle window(
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
+  std::pair received{0, Time::now() + 10s};
+  const auto procedure = [](HWND handle, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                            DWORD_PTR data) -> LRESULT {
+    auto& [count, deadline] = *reinterpret_cast<decltype(received)*>(data);
+    if (message == WM_APP) ++count;
+    if (message == WM_APP && Time::now() < deadline) PostMessageW(handle, WM_APP, 0, 0);
+    return DefSubclassProc(handle, message, wParam, lParam);
   };
-  post();
-  events.process();
-  EXPECT_GE(received, 1);
-  EXPECT_LT(Time::now(), deadline);
+  SetWindowSubclass(window.get(), procedure, 1, reinterpret_cast<DWORD_PTR>(&received));
+  PostMessageW(window.get(), WM_APP, 0, 0);
+  Win32Events().process();
+  EXPECT_GE(received.first, 1);
+  EXPECT_LT(Time::now(), received.second);
 }
 
 }  // namespace
