@@ -238,7 +238,8 @@ TEST_F(FormWindowTest, ScalesAsAWholeWithItsProportionsKept) {
 TEST_F(FormWindowTest, TakesTheSizesOfAnotherMonitorAndNoneThatIsTooSmall) {
   const PixelSize area = clientSize(top());
   SIZE size{};
-  SendMessageW(top(), WM_GETDPISCALEDSIZE, 2 * GetDpiForWindow(top()), reinterpret_cast<LPARAM>(&size));
+  SendMessageW(top(), WM_GETDPISCALEDSIZE, WPARAM{2} * GetDpiForWindow(top()),
+               reinterpret_cast<LPARAM>(&size));
   RECT place{10, 10, 10 + size.cx, 10 + size.cy};
   SendMessageW(top(), WM_DPICHANGED, 0, reinterpret_cast<LPARAM>(&place));
   EXPECT_NEAR(clientSize(top()).width, 2 * area.width, 10);
