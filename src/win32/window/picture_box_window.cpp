@@ -143,7 +143,8 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
-      mousePressed();
+      if (box_.MouseMove || box_.MouseUp) SetCapture(window());
+      if (box_.TabStop) SetFocus(window());
       return 0;
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
@@ -182,11 +183,6 @@ void PictureBoxWindow::mouseMoved(WPARAM keys, LPARAM position) {
   }
   mousePosition_ = position;
   raiseMouseMove(buttonsOf(keys), modifiersOf(keys), pointAt(position));
-}
-
-void PictureBoxWindow::mousePressed() {
-  if (box_.MouseMove || box_.MouseUp) SetCapture(window());
-  if (box_.TabStop) SetFocus(window());
 }
 
 bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {

@@ -34,7 +34,6 @@ private:
   void drawFocusFrame() const;
 
   void mouseMoved(WPARAM keys, LPARAM position);
-  void mousePressed();
   bool keyPressed(WPARAM key, LPARAM flags);
   void movePointer(KeyMove move);
   /// Tells the box where the pointer is.

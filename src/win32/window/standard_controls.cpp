@@ -23,8 +23,6 @@
 namespace fiar::win32 {
 namespace {
 
-// Height of the list of a closed combo box, in items: enough for all that it will ever be asked to show.
-constexpr int kDroppedItems = 12;
 // From the left edge of an item to its text, in twips.
 constexpr double kItemIndent = 60;
 
@@ -119,7 +117,7 @@ LRESULT CALLBACK StandardControl::subclass(HWND window, UINT message, WPARAM wPa
 }
 
 Text StandardControl::accessibleName() const {
-  return Text(control().AccessibleName);
+  return control().AccessibleName;
 }
 
 void StandardControl::accessibleNameChanged() const {
@@ -150,7 +148,7 @@ void LabelWindow::update() {
 // With the text, which the name alone would keep from being said.
 Text LabelWindow::accessibleName() const {
   if (label_.AccessibleName.empty()) return {};
-  return Text(label_.AccessibleName) + u": " + label_.Caption;
+  return label_.AccessibleName + u": " + label_.Caption;
 }
 
 void LabelWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
@@ -256,8 +254,6 @@ void ComboBoxWindow::fit(PixelSize size, double scale) {
   const int field = std::max(1, size.height - frame);
   heightWithField(field);
   SendMessageW(window(), CB_SETITEMHEIGHT, 0, field);
-  SetWindowPos(window(), nullptr, 0, 0, size.width, size.height + kDroppedItems * field,
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
 int ComboBoxWindow::heightWithField(int height) const {
