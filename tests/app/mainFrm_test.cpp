@@ -41,6 +41,7 @@ TEST_F(MainWindow, OpensWithAnEmptyBoardAndNoGame) {
   EXPECT_EQ(position(), (Position{kNobody, 0, 0}));
   EXPECT_EQ(game.board.columns(), 15);
   EXPECT_EQ(window.Combo1.ListIndex(), 1);
+  EXPECT_EQ(window.Timer1.Interval, 5);
   EXPECT_EQ(game.lastMove, CellPoint());
   machine.resources.loadRealOnes = false;
   EXPECT_THROW(load(), PatternTableError);
@@ -160,6 +161,7 @@ TEST_F(MainWindow, AHumanLineIsFoundAfterTheComputersAnswer) {
   EXPECT_EQ(position(), (Position{kNobody, 5, 1}));
   start();
   EXPECT_EQ(stones(kNobody), 225);
+  EXPECT_EQ(game.winMarks(7, 0), kNobody);
   EXPECT_EQ(game.lastMove, lastMove);
   EXPECT_EQ(window.scoreLabel[0].Caption, u"1");
 }
