@@ -29,8 +29,8 @@ constexpr int kBoardDrawWidth = 2;
 double cellAt(float position, double cellSize) {
   const std::int32_t size = roundToEven(cellSize);
   if (size <= 0) return 0;
-  // Deliberate: truncated toward zero instead of rounded down, so the first cell also reaches a cell's width
-  // beyond the edge.
+  // Deliberate: truncated toward zero; one would expect rounding down. So the first cell also covers a cell's
+  // width outside the left or upper edge.
   const std::int32_t cell = roundToEven(static_cast<double>(position)) / size;
   return cell;
 }
@@ -164,7 +164,8 @@ void mainFrm::evaluateBothSides() {
 }
 
 void mainFrm::playComputersTurn() {
-  // Deliberate: not skipped right after a refresh, which doubles the sums.
+  // Deliberate: one would expect this to be skipped right after a refresh. It is not, so the sums are
+  // doubled.
   evaluateBothSides();
   playNextMove();
   game.player = kHuman;

@@ -31,7 +31,7 @@ public:
   /// table that is missing or malformed; a missing sound is silence.
   void readUtezi();
   /// Appends the 256 lines of the pattern table to "spremenljivka.txt" in the application folder. No event
-  /// does.
+  /// calls this.
   void genUtezi();
   /// Scores the empty cells for a side, 1 or 2.
   void CalcUtezi2(double side);
@@ -43,12 +43,12 @@ public:
   void drawGrid();
   void drawBoard();
   void drawMousePlayer();
-  /// Rings the best empty cells. No event does.
+  /// Rings the best empty cells. No event calls this.
   void hiliteNextMove();
-  /// Prints the weights on the board. No event does.
+  /// Prints the weights on the board. No event calls this.
   void drawutezi();
 
-  /// Plays a sound image in the place of what is still playing; an empty image changes nothing.
+  /// Plays a sound image instead of what is playing; an empty image changes nothing.
   void playWave(const std::string& image);
 
   Form form;

@@ -71,8 +71,8 @@ struct Board {
   double srY = 0;  ///< row under the pointer
 
   double player = kNobody;  ///< the side on move
-  double lastMoveTime = 0;  ///< seconds since midnight of the last change of the position or the side on move
-  double lastCalcTime = 0;  ///< the same time once the evaluation has been made for that position
+  double lastMoveTime = 0;  ///< seconds since midnight when a game began or a click placed a stone
+  double lastCalcTime = 0;  ///< differs from lastMoveTime until the evaluation is refreshed, which sets both
   std::array<double, 2> score{};  ///< games won by the human and by the computer
   bool firstMoveFlag = false;     ///< decides who opens the next game; inverted by every new game
   bool soundOn = false;

@@ -63,7 +63,7 @@ PixelRect toRect(const Area& area) {
           .height = area.rows.end - area.rows.begin};
 }
 
-/// A colour as bitmaps hold it: with red and blue in each other's place.
+/// A colour as bitmaps hold it: with red and blue swapped.
 std::uint32_t pixelOf(Color color) {
   return ((color & 0xFF) << 16) | (color & 0xFF00) | ((color >> 16) & 0xFF);
 }

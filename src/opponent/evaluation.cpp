@@ -97,7 +97,7 @@ void addAttack(const CellScores& scores, double& attack) {
 void addDefence(const CellScores& scores, double& attack, double& defence) {
   for (const double score : scores) {
     defence += score;
-    // Deliberate: the marker goes to the attack, not to the defence: the cell must be played.
+    // Deliberate: one would expect the marker in the defence. In the attack it makes the cell a must.
     if (defence > kFiveThreshold) attack = kBlockMarker;
   }
 }

@@ -48,8 +48,8 @@ private:
   LineScores defence_;
 };
 
-/// Scores every empty cell for one side (1 or 2; any other sees the stones of 1 as its own and takes no
-/// pattern with a stone of 2 in it) and adds the scores to `attackWeights` when it is the side on move,
+/// Scores every empty cell for one side (1 or 2; for any other value the stones of 1 count as its own, and
+/// a line with a stone of 2 adds nothing) and adds the scores to `attackWeights` when it is the side on move,
 /// otherwise to `defenceWeights`. A cell where a side completes five gets a marker in `attackWeights`. The
 /// grids must have the board's size, which is at most kLargestBoard (std::length_error beyond); they are not
 /// cleared.

@@ -193,6 +193,12 @@ TEST_F(FormWindowTest, AClickHitsThePlaceThatWasLastReported) {
   mouse(WM_MOUSELEAVE, 0, 0, 0);
   mouse(WM_MOUSEMOVE, 0, 75, 75);
   EXPECT_EQ(kinds(), "mmum");
+  // Keys go on from the same column and row when the cells have got another size.
+  SendMessageW(boardWindow(), WM_KEYDOWN, VK_RIGHT, 1);
+  EXPECT_FLOAT_EQ(pointer.back().x, static_cast<float>(8.5 * board.KeyStep));
+  board.KeyStep /= 2;
+  SendMessageW(boardWindow(), WM_KEYDOWN, VK_RIGHT, 1);
+  EXPECT_FLOAT_EQ(pointer.back().x, static_cast<float>(9.5 * board.KeyStep));
 }
 
 TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {

@@ -38,7 +38,7 @@ public:
   /// Creates the window, hidden.
   /// \param before the window that stands before it among those of the container, null for none.
   void open(HWND container, HWND before);
-  /// Takes its place and whatever follows from the scale. Paints nothing on the screen.
+  /// Moves the window to its place in the layout and adapts it to the scale. Paints nothing.
   void layOut(const FormLayout& layout);
   /// Shows what differs from what is shown; nothing else is touched.
   virtual void update() = 0;

@@ -39,7 +39,7 @@ FormWindow::FormWindow(Form& form, const Resources& resources)
   timers_.resize(form_.timers.size());
   loadIcons();
   moveTo(handle(), WindowSizing(form_, handle()).initialPlace());
-  // The system says nothing of a size that the window happened to have.
+  // If the window already has this size, no WM_SIZE comes.
   layOut();
   update();
 }
@@ -110,7 +110,8 @@ LRESULT FormWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return focusHidden_ ? UISF_HIDEFOCUS : 0;
     case WM_NCLBUTTONDBLCLK: {
       const LRESULT result = Window::onMessage(message, wParam, lParam);
-      // The window is maximised while the button is down, whose release does not mean what has come under it.
+      // The window is maximised while the button is still down. Its release must not count for the control
+      // that is under the mouse then.
       if (isDown(VK_LBUTTON)) SetCapture(handle());
       return result;
     }
@@ -273,7 +274,8 @@ void FormWindow::loadIcons() {
     const HANDLE loaded =
         LoadImageW(GetModuleHandleW(nullptr), toWide(form_.Icon.resource).c_str(), IMAGE_ICON,
                    GetSystemMetricsForDpi(widthMetric, dpi), GetSystemMetricsForDpi(heightMetric, dpi), 0);
-    if (loaded == nullptr) throw PictureError(form_.Icon.resource, Error("LoadImage", GetLastError()).message());
+    if (loaded == nullptr)
+      throw PictureError(form_.Icon.resource, Error("LoadImage", GetLastError()).message());
     IconHandle next(static_cast<HICON>(loaded));
     SendMessageW(handle(), WM_SETICON, which, reinterpret_cast<LPARAM>(next.get()));
     icon = std::move(next);

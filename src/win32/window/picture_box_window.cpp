@@ -59,7 +59,7 @@ PictureBoxWindow::PictureBoxWindow(PictureBox& box, const ControlContext& contex
 }
 
 void PictureBoxWindow::createWindow(HWND container) {
-  // What is not a standard control is called what its window is called.
+  // Screen readers call a window that is no standard control by its text.
   shownName_ = box_.AccessibleName;
   create(toWide(shownName_).c_str(),
          WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (box_.TabStop ? WS_TABSTOP : 0),
@@ -80,7 +80,7 @@ void PictureBoxWindow::update() {
   const PixelRect stale = staleArea();
   if (stale.width == 0) return;
   render(stale);
-  // At once: the timer of a game that never rests would leave no time for it.
+  // Shown at once: the game's timer keeps the queue so busy that WM_PAINT would come late.
   const ClientContext screen(window());
   buffer_.show(screen.get(), {stale.left, stale.top, stale.left + stale.width, stale.top + stale.height});
 }
@@ -174,8 +174,8 @@ LRESULT PictureBoxWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) 
 }
 
 void PictureBoxWindow::mouseMoved(WPARAM keys, LPARAM position) {
-  // The system says so also when something else has changed under a mouse that rests. Then the pointer stays
-  // where a key may have moved it.
+  // The system also reports a mouse that rests, when something under it has changed. That must not move the
+  // pointer from where a key has put it.
   if (mousePosition_ == position) return;
   if (!mousePosition_) {
     TRACKMOUSEEVENT leaving{sizeof(leaving), TME_LEAVE, window(), 0};
@@ -200,12 +200,18 @@ bool PictureBoxWindow::keyPressed(WPARAM key, LPARAM flags) {
 }
 
 void PictureBoxWindow::movePointer(KeyMove move) {
-  const PicturePoint middle{static_cast<float>(box_.Width / 2), static_cast<float>(box_.Height / 2)};
-  raiseMouseMove(0, pressedModifiers(), movedByKey(box_, pointer_.value_or(middle), move));
+  PicturePoint from{static_cast<float>(box_.Width / 2), static_cast<float>(box_.Height / 2)};
+  if (pointer_) {
+    // The column and the row stay the same when the cells get another size.
+    const auto resized = static_cast<float>(box_.KeyStep / pointerStep_);
+    from = {.x = pointer_->x * resized, .y = pointer_->y * resized};
+  }
+  raiseMouseMove(0, pressedModifiers(), movedByKey(box_, from, move));
 }
 
 void PictureBoxWindow::raiseMouseMove(int buttons, int modifiers, PicturePoint point) {
   pointer_ = point;
+  pointerStep_ = box_.KeyStep;
   handlers().raise(box_.MouseMove, buttons, modifiers, point.x, point.y);
 }
 

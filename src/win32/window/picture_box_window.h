@@ -58,6 +58,7 @@ private:
   bool stale_ = true;  ///< the buffer has to be painted anew whatever has changed
 
   std::optional<PicturePoint> pointer_;  ///< where the box was last told that the pointer is
+  double pointerStep_ = 0;               ///< the box's KeyStep then
   std::optional<LPARAM> mousePosition_;  ///< while the mouse is over the box, in pixels, as messages hold it
 };
 

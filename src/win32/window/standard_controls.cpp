@@ -145,7 +145,7 @@ void LabelWindow::update() {
   InvalidateRect(window(), nullptr, FALSE);
 }
 
-// With the text, which the name alone would keep from being said.
+// Name and caption: with a name alone, screen readers would not read the caption.
 Text LabelWindow::accessibleName() const {
   if (label_.AccessibleName.empty()) return {};
   return label_.AccessibleName + u": " + label_.Caption;
@@ -288,7 +288,7 @@ void ComboBoxWindow::onDraw(const DRAWITEMSTRUCT& drawing) {
 }
 
 void ComboBoxWindow::onCommand(UINT code) {
-  // The selection is read again when the list closes: giving up puts the old one back without a word.
+  // Read again when the list closes: Escape restores the old selection without a notification.
   if (code != CBN_SELCHANGE && code != CBN_CLOSEUP) return;
   shownIndex_ = static_cast<int>(SendMessageW(window(), CB_GETCURSEL, 0, 0));
   if (shownIndex_ == box_.ListIndex()) return;
