@@ -33,7 +33,11 @@ protected:
     form.Width = background.Width = 3000;
     form.Height = background.Height = 1500;
     board.Left = board.Width = board.Height = 1500;
-    board.Container = button.Container = list.Container = &background;
+    board.Container = button.Container = list.Container = box.Container = &background;
+    background.BackColor = kGreen;
+    box.Top = 400;
+    box.Width = 600;
+    box.Height = 315;
     list.Width = 1200;
     list.Height = 315;
     board.TabStop = true;
@@ -46,7 +50,7 @@ protected:
     board.MouseMove = note('m');
     board.MouseUp = note('u');
     button.Click = [this] { ++clicks; };
-    form.controls = {&background, &list, &button, &board};
+    form.controls = {&background, &list, &button, &box, &board};
     form.timers = {&clock};
     window = std::make_unique<FormWindow>(form, resources);
     window->show(SW_SHOWNORMAL);
@@ -56,6 +60,7 @@ protected:
   HWND inside() const { return GetWindow(top(), GW_CHILD); }
   HWND boardWindow() const { return GetWindow(GetWindow(inside(), GW_CHILD), GW_HWNDLAST); }
   HWND buttonWindow() const { return FindWindowExW(inside(), nullptr, L"Button", nullptr); }
+  HWND boxWindow() const { return FindWindowExW(inside(), buttonWindow(), L"Button", nullptr); }
   HWND listWindow() const { return FindWindowExW(inside(), nullptr, L"ComboBox", nullptr); }
   void tick() { SendMessageW(top(), WM_TIMER, 1, 0); }
   void click() { SendMessageW(buttonWindow(), BM_CLICK, 0, 0); }
@@ -76,6 +81,7 @@ protected:
   PictureBox board;
   CommandButton button;
   ComboBox list;
+  CheckBox box;
   Timer clock;
   std::vector<PointerEvent> pointer;
   int clicks = 0;
@@ -147,12 +153,30 @@ TEST_F(FormWindowTest, ShowsWhatDiffersAndTouchesNothingElse) {
     tick();
   }
   EXPECT_TRUE(Screenshot(boardWindow()) == inParts);
-  // A screen reader takes the window's text.
+}
+
+TEST_F(FormWindowTest, TellsScreenReadersANewNameOnce) {
+  static int announced;
+  announced = 0;
+  const auto count = [](HWINEVENTHOOK, DWORD, HWND, LONG object, LONG, DWORD, DWORD) {
+    announced += object == OBJID_CLIENT ? 1 : 0;
+  };
+  const HWINEVENTHOOK hook =
+      SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, count, GetCurrentProcessId(),
+                      GetCurrentThreadId(), WINEVENT_OUTOFCONTEXT);
   board.AccessibleName = u"You won";
-  tick();
+  for (int i = 0; i < 2; ++i) tick();
+  Win32Events().process();
+  UnhookWinEvent(hook);
+  EXPECT_EQ(announced, 1);
   std::array<wchar_t, 100> name{};
   GetWindowTextW(boardWindow(), name.data(), 100);
   EXPECT_STREQ(name.data(), L"You won");
+}
+
+TEST_F(FormWindowTest, ACheckBoxLiesOnThePictureBelowIt) {
+  const PixelSize pixels = clientSize(boxWindow());
+  EXPECT_EQ(GetPixel(ClientContext(boxWindow()).get(), pixels.width - 1, pixels.height / 2), kGreen);
 }
 
 TEST_F(FormWindowTest, TheMouseBecomesPointerEventsInTwips) {
@@ -213,12 +237,19 @@ TEST_F(FormWindowTest, KeysMoveThePointerAndClick) {
   EXPECT_FLOAT_EQ(pointer.back().y, 675);
   EXPECT_EQ(pointer.back().button, kLeftButton);
   // Tab goes round in the order of the form.
-  for (const HWND next : {buttonWindow(), boardWindow(), listWindow(), buttonWindow()}) {
+  for (const HWND next : {buttonWindow(), boxWindow(), boardWindow(), listWindow(), buttonWindow()}) {
     press(VK_TAB);
     EXPECT_EQ(GetFocus(), next);
   }
   press(VK_RETURN);
   EXPECT_EQ(clicks, 1);
+  // A button that is hidden gives the focus on, and may take it when it is shown again.
+  button.FocusWhenShown = true;
+  for (const auto& [visible, focused] : {std::pair{false, boxWindow()}, {true, buttonWindow()}}) {
+    button.Visible = visible;
+    tick();
+    EXPECT_EQ(GetFocus(), focused);
+  }
 }
 
 TEST_F(FormWindowTest, ScalesAsAWholeWithItsProportionsKept) {
