@@ -21,7 +21,7 @@ using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
 OpenFile openToAppend(TextView path);
 
 /// Opens a file to read its bytes. None when it cannot, and for what is not a plain file: reading a pipe or a
-/// device could wait for ever.
+/// device could wait forever.
 OpenFile openToRead(TextView path);
 
 }  // namespace fiar

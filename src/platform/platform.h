@@ -114,7 +114,7 @@ public:
   void open(TextView text) override { connectText = text; }
 };
 
-/// A query for the connection, empty until it is put.
+/// A query for the connection; empty until it is set.
 struct DatabaseQuery {
   Text statement;
 };

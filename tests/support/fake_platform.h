@@ -49,7 +49,7 @@ public:
   }
 };
 
-/// Gives the numbers of a script and then `afterwards` for ever.
+/// Gives the numbers of a script and then `afterwards` forever.
 class FakeRandom final : public RandomGenerator {
 public:
   std::deque<double> script;

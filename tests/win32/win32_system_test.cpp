@@ -38,10 +38,12 @@ TEST(AnsiCodePage, KeepsEveryByteAndTakesTheNearestCharacter) {
 }
 
 TEST(Win32Error, NamesTheCallAndTheSystemsReason) {
-  const Text reason = errorText(ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(Error("OpenSomething", ERROR_FILE_NOT_FOUND).message(), u"OpenSomething: " + reason);
+  constexpr DWORD kMissing = ERROR_FILE_NOT_FOUND;
+  constexpr DWORD kDenied = ERROR_ACCESS_DENIED;
+  const Text reason = errorText(kMissing);
+  EXPECT_EQ(Error("OpenSomething", kMissing).message(), u"OpenSomething: " + reason);
   EXPECT_EQ(reason.find_first_of(u"\r\n"), Text::npos);
-  EXPECT_NE(reason, errorText(ERROR_ACCESS_DENIED));
+  EXPECT_NE(reason, errorText(kDenied));
   EXPECT_EQ(errorText(0x2FFFFFFF), u"error 805306367");
 }
 
@@ -162,7 +164,7 @@ TEST(Win32Events, AWaitEndsWithAnEventOrItsTime) {
   EXPECT_LT(Time::now() - start, 30s);
 }
 
-// A timer that is due again whenever its handler is done must not keep the program here for ever.
+// A timer that is due again whenever its handler is done must not keep the program here forever.
 TEST(Win32Events, DeliveryEndsThoughMessagesKeepComing) {
   const WindowHandle window(
       CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
