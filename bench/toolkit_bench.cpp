@@ -5,9 +5,9 @@
 #include <string>
 
 #include "support/fake_platform.h"
+#include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorCodeCod.h"
 #include "toolkit/clsZantorXml.h"
-#include "toolkit/mail_text.h"
 #include "toolkit/toolkit.h"
 
 namespace fiar {
@@ -80,7 +80,7 @@ BENCHMARK(enCodeLight)->ArgName("KB")->Arg(1)->Arg(32)->Arg(1024)->Unit(benchmar
 
 void encodingAnAttachment(benchmark::State& state) {
   const std::string bytes(static_cast<std::size_t>(state.range(0)) * 1024, '\xA5');
-  for (auto step : state) benchmark::DoNotOptimize(brokenIntoLines(base64(bytes), 76));
+  for (auto step : state) benchmark::DoNotOptimize(clsZantorBas::brokenIntoLines(clsZantorBas::base64(bytes), 76));
 }
 BENCHMARK(encodingAnAttachment)->ArgName("KB")->Arg(32)->Arg(1024)->Unit(benchmark::kMicrosecond);
 

@@ -1,8 +1,6 @@
 #include "app/startUpMod.h"
 
-#include <algorithm>
 #include <exception>
-#include <utility>
 
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorCodeCod.h"
@@ -24,7 +22,7 @@ Text withFolderEnd(Text folder) {
 
 Text systemTemporaryFolder(const Environment& environment) {
   Text folder = environment.variable(u"TEMP");
-  // Deliberate: it is the first character that is looked at.
+  // Deliberate: one would expect the last character to be looked at, as withFolderEnd() does.
   if (!folder.starts_with(kFolderEnd)) folder += kFolderEnd;
   return folder;
 }
@@ -33,21 +31,12 @@ Text folderOf(TextView file) {
   return Text(file.substr(0, file.find_last_of(u"\\/") + 1));
 }
 
-// "\" for "/" and for each pair of "\", from left to right.
-Text withPlainSeparators(Text path) {
-  std::replace(path.begin(), path.end(), u'/', kFolderEnd);
-  for (std::size_t at = path.find(u"\\\\"); at != Text::npos; at = path.find(u"\\\\", at + 1)) {
-    path.erase(at, 1);
-  }
-  return path;
-}
-
 // The web server says where its script is; it has one variable or another for that.
 Text scriptFolder(const Environment& environment) {
   Text folder = environment.variable(u"APPL_PHYSICAL_PATH");
   if (folder.empty()) folder = folderOf(environment.variable(u"SCRIPT_FILENAME"));
   if (folder.empty()) folder = environment.variable(u"SCRIPT_PATH");
-  return withFolderEnd(withPlainSeparators(std::move(folder)));
+  return withFolderEnd(replaced(replaced(folder, u"/", u"\\"), u"\\\\", u"\\"));
 }
 
 Text configuration(const Platform& platform) {
@@ -55,50 +44,50 @@ Text configuration(const Platform& platform) {
   return bytes ? platform.codePage.decode(*bytes) : Text();
 }
 
-// The setting of that name; `otherwise` where it is absent or empty.
-Text setting(Toolkit& toolkit, const Text& configText, TextView name, TextView otherwise) {
+// The setting of that name in the configuration text; `otherwise` where it is absent or empty.
+Text setting(Toolkit& toolkit, TextView name, TextView otherwise) {
   Text tagParams;
-  return toolkit.xml().getTag(configText, name, tagParams, otherwise, otherwise);
+  return toolkit.xml().getTag(toolkit.values().configText, name, tagParams, otherwise, otherwise);
 }
 
 }  // namespace
 
-void Main(Toolkit& toolkit, ProgramValues& values, const std::function<void()>& showMainFrm) {
+void Main(Toolkit& toolkit, const std::function<void()>& showMainFrm) {
   const Platform& platform = toolkit.platform();
-  // Deliberate: a second instance is not refused.
+  ProgramValues& values = toolkit.values();
+  // Deliberate: one would expect a second instance to be refused.
   if (platform.environment.otherInstanceRunning()) toolkit.releaseToolkit();
   values.runMode = toolkit.bas().IsRunningInIde() ? RunMode::InDevelopment : RunMode::Built;
-  setupPaths(toolkit, values.runMode);
+  setupPaths(toolkit);
   toolkit.variables().initBuiltInVars();
   toolkit.variables().buildCommandList();
   values.configText = configuration(platform);
-  const Text cryptoPass = setting(toolkit, values.configText, u"cryptoPass", kBuiltInKey);
-  values.workKey = toolkit.codeCod().EnCodeLight(cryptoPass, u"", true);
-  values.clipsPath = setting(toolkit, values.configText, u"clipsPAth", u"");
-  // Deliberate: a configuration that does not say switches the database on.
-  values.useDatabase = clsZantorBas::GetTF(setting(toolkit, values.configText, u"runMySQL", u"1"));
-  values.queryText = setting(toolkit, values.configText, u"queryPL", u"");
-  if (values.useDatabase) connectDatabase(toolkit, values);
+  values.workKey = toolkit.codeCod().EnCodeLight(setting(toolkit, u"cryptoPass", kBuiltInKey), u"", true);
+  values.clipsPath = setting(toolkit, u"clipsPAth", u"");
+  // Deliberate: a configuration that does not say switches the database on; one would expect it off.
+  values.useDatabase = clsZantorBas::GetTF(setting(toolkit, u"runMySQL", u"1"));
+  values.queryText = setting(toolkit, u"queryPL", u"");
+  if (values.useDatabase) connectDatabase(toolkit);
   showMainFrm();
 }
 
-void setupPaths(Toolkit& toolkit, RunMode runMode) {
+void setupPaths(Toolkit& toolkit) {
   const Platform& platform = toolkit.platform();
-  ToolkitValues& paths = toolkit.values();
-  paths.applicationFolder = withFolderEnd(platform.environment.programFolder());
-  paths.temporaryFolder = paths.applicationFolder + u"temp\\";
-  paths.systemTemporaryFolder = systemTemporaryFolder(platform.environment);
-  paths.scriptFolder = scriptFolder(platform.environment);
-  if (runMode == RunMode::InDevelopment) paths.scriptFolder = kDevelopmentShare;
-  paths.scriptsFolder = paths.applicationFolder + u"scripts\\";
-  paths.lineBreak = u"\r\n";
-  paths.startTime = platform.clock.now();
+  ProgramValues& values = toolkit.values();
+  values.applicationFolder = withFolderEnd(platform.environment.programFolder());
+  values.temporaryFolder = values.applicationFolder + u"temp\\";
+  values.systemTemporaryFolder = systemTemporaryFolder(platform.environment);
+  values.scriptFolder = scriptFolder(platform.environment);
+  if (values.runMode == RunMode::InDevelopment) values.scriptFolder = kDevelopmentShare;
+  values.scriptsFolder = values.applicationFolder + u"scripts\\";
+  values.lineBreak = u"\r\n";
+  values.startTime = platform.clock.now();
 }
 
-void connectDatabase(Toolkit& toolkit, ProgramValues& values) {
-  values.queries.assign(kQueries, DatabaseQuery());
+void connectDatabase(Toolkit& toolkit) {
+  toolkit.values().queries.assign(kQueries, DatabaseQuery());
   try {
-    toolkit.platform().database.open(setting(toolkit, values.configText, u"mysqlConnect", u""));
+    toolkit.platform().database.open(setting(toolkit, u"mysqlConnect", u""));
   } catch (const std::exception&) {
     // The game goes on without a database, which it never uses.
   }

@@ -75,8 +75,7 @@ int run(int showCommand) {
   Toolkit toolkit(services.platform);
   mainFrm mainWindow(toolkit);
   std::optional<FormWindow> window;
-  startUpMod::ProgramValues values;
-  startUpMod::Main(toolkit, values, [&] {
+  startUpMod::Main(toolkit, [&] {
     window.emplace(mainWindow.form, services.resources);
     window->show(showCommand);
   });

@@ -23,6 +23,7 @@ enum class SocketState {
   Error = 9
 };
 
+/// The highest port that there is.
 inline constexpr int kHighestPort = 65535;
 
 /// A TCP client. No operation waits: its result is reported through State() and the events, which are

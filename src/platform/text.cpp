@@ -78,4 +78,14 @@ std::vector<TextView> split(TextView text, TextView separator) {
   return pieces;
 }
 
+Text replaced(TextView text, TextView what, TextView by) {
+  Text result;
+  std::size_t copied = 0;
+  for (std::size_t at = text.find(what); at != TextView::npos; at = text.find(what, copied)) {
+    result.append(text.substr(copied, at - copied)).append(by);
+    copied = at + what.size();
+  }
+  return result.append(text.substr(copied));
+}
+
 }  // namespace fiar

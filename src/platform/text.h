@@ -35,4 +35,7 @@ TextView trimSpaces(TextView text);
 /// the text.
 std::vector<TextView> split(TextView text, TextView separator);
 
+/// The text with `by` in the place of each `what` (not empty), from left to right and without overlaps.
+Text replaced(TextView text, TextView what, TextView by);
+
 }  // namespace fiar

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -20,6 +23,9 @@ constexpr double kShortestSleep = 1e-6;
 // The words for yes; every other text, the words for no included, is no.
 constexpr std::array<TextView, 9> kYesWords{u"DA", u"YES",   u"1",         u"TRUE",      u"-1",
                                             u"ON", u"VKLOP", u"VKLOPLJEN", u"VKLOPLJENO"};
+
+constexpr TextView kBase64Digits = u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::size_t kLettersAndDigits = 62;  ///< the first ones of the base64 digits
 
 // The seconds from one reading of the clock to the next; 0 where the clock was set back.
 double passed(double from, double to) {
@@ -49,6 +55,26 @@ void addBytes(TextView source, std::string& sum) {
   }
 }
 
+// A number of four decimals as a whole one; of two that are equally near the even one counts, both times.
+std::int32_t wholeNumber(double value) {
+  constexpr double kUnit = 10000;
+  const double whole = std::nearbyint(std::nearbyint(value * kUnit) / kUnit);
+  using Limits = std::numeric_limits<std::int32_t>;
+  if (whole >= Limits::min() && whole <= Limits::max()) return static_cast<std::int32_t>(whole);
+  throw std::overflow_error("the number does not fit in 32 bits");
+}
+
+// Microseconds since a day long ago: a different number at every time.
+std::uint64_t timeStamp(const Clock& clock) {
+  constexpr int kMonths = 12;
+  constexpr int kDays = 31;
+  constexpr std::uint64_t kMicrosecondsPerDay = 86'400'000'000;
+  const DateTime today = clock.now();
+  const int day = (today.year * kMonths + today.month) * kDays + today.day;
+  return static_cast<std::uint64_t>(day) * kMicrosecondsPerDay +
+         static_cast<std::uint64_t>(clock.timer() * 1e6);
+}
+
 }  // namespace
 
 bool clsZantorBas::IsRunningInIde() {
@@ -60,10 +86,10 @@ bool clsZantorBas::GetTF(TextView text) {
   return std::find(kYesWords.begin(), kYesWords.end(), upper) != kYesWords.end();
 }
 
-Text clsZantorBas::dec2bin(Currency value, bool padTo8) {
+Text clsZantorBas::dec2bin(double value, bool padTo8) {
   constexpr std::size_t kGroup = 8;
   Text digits;
-  std::int32_t rest = value.toInt32();
+  std::int32_t rest = wholeNumber(value);
   do {
     // The remainder of a negative number is -1; it is written as it is.
     const std::int32_t digit = rest % 2;
@@ -108,6 +134,48 @@ Text clsZantorBas::StrCheckSum2(TextView source, int n, bool hexOutput) {
   std::string mixed = codePage.encode(sampled);
   addBytes(source, mixed);
   return toolkit_.codeCod().EnCodeLight(sampled, codePage.decode(mixed), hexOutput);
+}
+
+Text clsZantorBas::base64(std::string_view bytes) {
+  constexpr std::size_t kGroup = 3;  // bytes that become four digits
+  constexpr unsigned kDigitBits = 6;
+  constexpr unsigned kDigitMask = 0x3F;
+  Text result;
+  result.reserve((bytes.size() + kGroup - 1) / kGroup * 4);
+  for (; !bytes.empty(); bytes.remove_prefix(std::min(kGroup, bytes.size()))) {
+    // Three bytes from the top down; missing ones count as zero bits.
+    std::uint32_t bits = 0;
+    for (std::size_t i = 0; i < kGroup; ++i) {
+      bits = bits << 8U | (i < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) : 0U);
+    }
+    for (std::size_t digit = 0; digit <= kGroup; ++digit) {
+      const unsigned shift = kDigitBits * static_cast<unsigned>(kGroup - digit);
+      result += digit <= bytes.size() ? kBase64Digits[bits >> shift & kDigitMask] : u'=';
+    }
+  }
+  return result;
+}
+
+Text clsZantorBas::brokenIntoLines(TextView text, std::size_t width) {
+  Text result;
+  result.reserve(text.size() + text.size() / width * 2);
+  for (std::size_t start = 0; start < text.size(); start += width) {
+    if (start > 0) result += u"\r\n";
+    result += text.substr(start, width);
+  }
+  return result;
+}
+
+Text clsZantorBas::uniqueText(std::size_t length) {
+  const Platform& platform = toolkit_.platform();
+  std::uint64_t stamp = timeStamp(platform.clock);
+  Text text;
+  while (text.size() < length) {
+    const auto random = static_cast<std::size_t>(platform.random.next() * kLettersAndDigits);
+    text += kBase64Digits[(random + stamp) % kLettersAndDigits];
+    stamp /= kLettersAndDigits;
+  }
+  return text;
 }
 
 }  // namespace fiar

@@ -48,7 +48,7 @@ char character(std::uint64_t code) {
 }
 
 // The remainder after division by 256; that of a difference below zero is not negative either.
-std::uint64_t low(std::uint64_t sum) {
+std::uint64_t mod256(std::uint64_t sum) {
   return sum % 256;
 }
 
@@ -105,7 +105,7 @@ clsZantorCodeCod::Schedule clsZantorCodeCod::schedule(TextView key) {
   const std::string keyBytes = codePage.encode(fullKey);
   std::string work = codePage.encode(clsZantorBas::MesajText(salt() + fullKey));
   const std::uint64_t start = sumOfCodes(keyBytes) % 200 + 25;
-  for (char& byte : work) byte = character(low(start + code(byte)));
+  for (char& byte : work) byte = character(mod256(start + code(byte)));
   const std::uint64_t offset = (start + sumOfCodes(work)) % 240 + 7;
   for (std::size_t i = 0; i < work.size(); ++i) {
     work[i] = character(following(keyBytes, i) ^ code(work[i]));
@@ -121,8 +121,8 @@ Text clsZantorCodeCod::EnCodeLight(TextView text, TextView key, bool hexOutput) 
   std::uint64_t chain = 0;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     const std::uint64_t mask = following(coder.work, i);
-    const std::uint64_t mixed = low(coder.shift(i) + code(bytes[i]) + mask);
-    chain = low(chain + (mixed ^ mask));
+    const std::uint64_t mixed = mod256(coder.shift(i) + code(bytes[i]) + mask);
+    chain = mod256(chain + (mixed ^ mask));
     bytes[i] = character(chain);
   }
   return hexOutput ? toHex(bytes) : codePage.decode(bytes);
@@ -137,8 +137,8 @@ Text clsZantorCodeCod::DeCodeLight(TextView coded, TextView key, bool hexInput) 
   for (std::size_t i = 0; i < bytes->size(); ++i) {
     const std::uint64_t mask = following(coder.work, i);
     const std::uint64_t next = code((*bytes)[i]);
-    const std::uint64_t mixed = low(next - chain) ^ mask;
-    (*bytes)[i] = character(low(mixed - mask - coder.shift(i)));
+    const std::uint64_t mixed = mod256(next - chain) ^ mask;
+    (*bytes)[i] = character(mod256(mixed - mask - coder.shift(i)));
     chain = next;
   }
   return codePage.decode(*bytes);

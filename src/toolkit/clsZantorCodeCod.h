@@ -18,8 +18,9 @@ public:
   /// one; a key of fewer than 16 characters is stretched.
   Text EnCodeLight(TextView text, TextView key, bool hexOutput);
 
-  /// The text that EnCodeLight() coded with that key (characters that the code page lacks come back as '?').
-  /// Empty where hexadecimal input has an odd length or holds anything but digits 0-9 A-F a-f.
+  /// The text that EnCodeLight() coded with that key (characters that the code page lacks come back as those
+  /// that it has in their place). Empty where hexadecimal input has an odd length or holds anything but
+  /// digits 0-9 A-F a-f.
   Text DeCodeLight(TextView coded, TextView key, bool hexInput);
 
 private:

@@ -1,6 +1,6 @@
 #include "toolkit/clsZantorFile.h"
 
-#include <string>
+#include <array>
 
 #include "platform/files.h"
 #include "toolkit/clsZantorBas.h"
@@ -12,60 +12,50 @@ namespace {
 constexpr int kMostErrors = 5;
 constexpr double kPauseSeconds = 0.1;
 
-// The steps of one append with the errors that they have had in common.
-class Append {
-public:
-  Append(Toolkit& toolkit, TextView fileName) : toolkit_(toolkit), path_(fileName) {}
-
-  void open() {
-    attempt([this] {
-      file_ = openToAppend(path_);
-      return file_ != nullptr;
-    });
-  }
-
-  void goToEnd() {
-    attempt([this] { return file_ != nullptr && std::fseek(file_.get(), 0, SEEK_END) == 0; });
-  }
-
-  void write(const std::string& bytes) {
-    attempt([this, &bytes] {
-      return file_ != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) == bytes.size() &&
-             std::fflush(file_.get()) == 0;
-    });
-  }
-
-private:
-  template <class Step>
-  void attempt(Step step) {
-    while (!step()) {
-      ++errors_;
-      toolkit_.bas().DelayEvents(kPauseSeconds);
-      if (errors_ >= kMostErrors) return;
-      // Deliberate: a step after the opening is repeated on the closed file, so that it fails again until the
-      // errors are used up.
-      file_.reset();
-    }
-  }
-
-  Toolkit& toolkit_;
-  TextView path_;
-  OpenFile file_;
-  int errors_ = 0;
-};
-
 }  // namespace
 
 void clsZantorFile::AppendToFile(TextView fileName, TextView data, std::int16_t binaryMode) {
   std::string bytes = toolkit_.platform().codePage.encode(data);
-  Append append(toolkit_, fileName);
-  append.open();
+  OpenFile file;
+  int errors = 0;
+  const auto attempt = [&](const auto& step) {
+    while (!step()) {
+      ++errors;
+      toolkit_.bas().DelayEvents(kPauseSeconds);
+      if (errors >= kMostErrors) return;
+      // Deliberate: one would expect the file to be opened anew, but the step alone is repeated on the closed
+      // file, so that it fails until the errors are used up.
+      file.reset();
+    }
+  };
+  attempt([&] {
+    file = openToAppend(fileName);
+    return file != nullptr;
+  });
   if (binaryMode == 0) {
     bytes += "\r\n";
   } else {
-    append.goToEnd();
+    attempt([&] { return file != nullptr && std::fseek(file.get(), 0, SEEK_END) == 0; });
   }
-  append.write(bytes);
+  attempt([&] {
+    return file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+           std::fflush(file.get()) == 0;
+  });
+}
+
+std::string clsZantorFile::fileContent(TextView path) {
+  const OpenFile file = openToRead(path);
+  if (file == nullptr) return {};
+  std::string content;
+  std::array<char, 16384> part{};
+  for (std::size_t length = 0; (length = std::fread(part.data(), 1, part.size(), file.get())) > 0;) {
+    content.append(part.data(), length);
+  }
+  return content;
+}
+
+TextView clsZantorFile::fileNamePart(TextView path) {
+  return path.substr(path.find_last_of(u"\\/:") + 1);
 }
 
 }  // namespace fiar

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "platform/text.h"
 
@@ -20,6 +21,12 @@ public:
   /// tenth of a second, in which window events are delivered; from the fifth failure of the call on, failing
   /// steps are skipped, and the data may be lost.
   void AppendToFile(TextView fileName, TextView data, std::int16_t binaryMode);
+
+  /// All bytes of a file; none if it cannot be read or is not a plain file. May throw std::bad_alloc only.
+  static std::string fileContent(TextView path);
+
+  /// The part of a path after its last "\", "/" or drive letter's ":"; the whole path where it has none.
+  static TextView fileNamePart(TextView path);
 
 private:
   Toolkit& toolkit_;

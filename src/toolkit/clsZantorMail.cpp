@@ -7,8 +7,6 @@
 
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorFile.h"
-#include "toolkit/file_content.h"
-#include "toolkit/mail_text.h"
 #include "toolkit/toolkit.h"
 
 namespace fiar {
@@ -29,7 +27,7 @@ constexpr double kSecondsPerDay = 86400;
 // The wait for the connection has no limit of its own; this is only how often it looks without an event.
 constexpr double kStatePause = 1;
 
-// A port from 0 to 65535 in decimal digits; 0 for any other text.
+// The port in decimal digits; 0, which is no server's port, for any other text.
 int portNumber(TextView text) {
   int port = 0;
   for (const char16_t digit : trimSpaces(text)) {
@@ -40,13 +38,9 @@ int portNumber(TextView text) {
   return port;
 }
 
-Text withHtmlLineBreaks(TextView text) {
-  Text result;
-  for (std::size_t end = text.find(kLineEnd); end != TextView::npos; end = text.find(kLineEnd)) {
-    result.append(text.substr(0, end)).append(u"<br>").append(kLineEnd);
-    text.remove_prefix(end + kLineEnd.size());
-  }
-  return result.append(text);
+// The entries of a list, as they stand and empty ones included; an empty list has none.
+std::vector<TextView> entriesOf(TextView list) {
+  return list.empty() ? std::vector<TextView>() : split(list, u";");
 }
 
 Text quoted(TextView text) {
@@ -78,39 +72,6 @@ clsZantorMail::clsZantorMail(Toolkit& toolkit)
   };
 }
 
-void clsZantorMail::setServerName(TextView value) {
-  setLogged(serverName_, value, u"mail_ServerName set:");
-  winsock1_->RemoteHost = value;
-}
-void clsZantorMail::setServerPort(TextView value) {
-  setLogged(serverPort_, value, u"mail_Port  set:");
-  winsock1_->RemotePort = portNumber(value);
-}
-void clsZantorMail::setUserName(TextView value) {
-  setLogged(userName_, value, u"username set:");
-}
-void clsZantorMail::setPassword(TextView value) {
-  setLogged(password_, value, u"pwd set:");
-}
-void clsZantorMail::setMailFrom(TextView value) {
-  setLogged(mailFrom_, value, u"mail_from set:");
-}
-void clsZantorMail::setMailTo(TextView value) {
-  setLogged(mailTo_, value, u"mail_To set:");
-}
-void clsZantorMail::setMailBcc(TextView value) {
-  setLogged(mailBcc_, value, u"Mail_Bcc set:");
-}
-void clsZantorMail::setReplyTo(TextView value) {
-  setLogged(replyTo_, value, u"mail_RepylTo set:");
-}
-void clsZantorMail::setSubject(TextView value) {
-  setLogged(subject_, value, u"mail_Subject set:");
-}
-void clsZantorMail::setMessage(TextView value) {
-  setLogged(message_, value, u"mail_Message set:");
-}
-
 bool clsZantorMail::SendMail() {
   if (sending_) return false;
   const Mark sending(sending_);
@@ -129,43 +90,45 @@ bool clsZantorMail::SendMail() {
 void clsZantorMail::sendMessage() {
   sendEnvelope();
   sendHeader();
-  if (!attachments_.empty()) sendTextPartHeader();
+  if (!Attachments.empty()) sendTextPartHeader();
   send({});
-  send(withHtmlLineBreaks(message_));
+  send(replaced(Message.text(), kLineEnd, u"<br>\r\n"));
   sendAttachments();
   command(u".", u"250", kMessageLimit);
   command(u"QUIT", u"221", kCommandLimit);
 }
 
 void clsZantorMail::sendEnvelope() {
-  command(u"HELO " + serverName_, u"250", kGreetingLimit);
-  if (!userName_.empty() && !password_.empty()) {
+  command(u"HELO " + serverName.text(), u"250", kGreetingLimit);
+  if (!UserName.text().empty() && !Password.text().empty()) {
     const CodePage& codePage = toolkit_.platform().codePage;
     command(u"AUTH LOGIN", u"334", kCommandLimit);
-    command(base64(codePage.encode(userName_)), u"334", kCommandLimit);
-    command(base64(codePage.encode(password_)), u"235", kCommandLimit);
+    command(clsZantorBas::base64(codePage.encode(UserName.text())), u"334", kCommandLimit);
+    command(clsZantorBas::base64(codePage.encode(Password.text())), u"235", kCommandLimit);
   }
-  command(u"MAIL FROM:" + mailFrom_, u"250", kCommandLimit);
-  for (const Text& list : {mailTo_, mailBcc_}) {
-    for (const Text& entry : listEntries(list)) command(u"RCPT TO:" + entry, u"250", kCommandLimit);
+  command(u"MAIL FROM:" + MailFrom.text(), u"250", kCommandLimit);
+  for (const Text& list : {MailTo.text(), MailBcc.text()}) {
+    for (const TextView entry : entriesOf(list)) {
+      command(Text(u"RCPT TO:").append(entry), u"250", kCommandLimit);
+    }
   }
   command(u"DATA", u"354", kCommandLimit);
 }
 
 void clsZantorMail::sendHeader() {
-  if (attachments_.empty()) send(u"Content-Type: text/html; Charset = utf-8");
-  send(u"Subject:" + subject_);
-  send(u"From:" + mailFrom_);
-  send(u"To:" + mailTo_);
-  if (!replyTo_.empty()) send(u"Reply-To:" + replyTo_);
+  if (Attachments.empty()) send(u"Content-Type: text/html; Charset = utf-8");
+  send(u"Subject:" + subject.text());
+  send(u"From:" + MailFrom.text());
+  send(u"To:" + MailTo.text());
+  if (!ReplyTo.text().empty()) send(u"Reply-To:" + ReplyTo.text());
   // Deliberate: the message shows the blind copies.
   Text blindCopies = u"Bcc:";
-  for (const Text& entry : listEntries(mailBcc_)) blindCopies += u"<" + entry + u">;";
+  for (const TextView entry : entriesOf(MailBcc.text())) blindCopies.append(u"<").append(entry).append(u">;");
   send(blindCopies);
 }
 
 void clsZantorMail::sendTextPartHeader() {
-  boundary_ = uniqueText(toolkit_.platform(), kBoundaryLength);
+  boundary_ = toolkit_.bas().uniqueText(kBoundaryLength);
   send(u"Content-Type: multipart/mixed; boundary=" + quoted(boundary_));
   send({});
   send(u"--" + boundary_);
@@ -175,15 +138,16 @@ void clsZantorMail::sendTextPartHeader() {
 }
 
 void clsZantorMail::sendAttachments() {
-  const std::vector<Text> paths = listEntries(attachments_);
-  for (const Text& path : paths) {
+  const std::vector<TextView> paths = entriesOf(Attachments);
+  for (const TextView path : paths) {
     send({});
     send(u"--" + boundary_);
     send(u"Content-Transfer-Encoding: base64");
     send(u"Content-Type: application/octet-stream");
-    send(u"Content-Disposition: attachment; filename=" + quoted(fileNamePart(path)));
+    send(u"Content-Disposition: attachment; filename=" + quoted(clsZantorFile::fileNamePart(path)));
     send({});
-    send(brokenIntoLines(base64(fileContent(path)), kBase64LineLength));
+    send(clsZantorBas::brokenIntoLines(clsZantorBas::base64(clsZantorFile::fileContent(path)),
+                                       kBase64LineLength));
   }
   if (!paths.empty()) send(u"--" + boundary_ + u"--");
 }
@@ -217,11 +181,11 @@ void clsZantorMail::sendLine(TextView text) {
 void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
   const Platform& platform = toolkit_.platform();
   ok = false;
-  waitStart_ = platform.clock.timer();
+  const double start = platform.clock.timer();
   // Deliberate: the timer starts again at midnight, which ends the wait; one would expect it to go on.
-  for (double now = waitStart_; !ok && std::abs(now - waitStart_) < limit; now = platform.clock.timer()) {
+  for (double now = start; !ok && std::abs(now - start) < limit; now = platform.clock.timer()) {
     ok = findAnswer(code);
-    const double left = limit - std::abs(now - waitStart_);
+    const double left = limit - std::abs(now - start);
     if (!ok) platform.events.waitAndProcess(std::min(left, kSecondsPerDay - now));
   }
   addToLog(Text(u"waitForAnswer:").append(code).append(ok ? u" OK" : u" TIMEOUT"));
@@ -248,14 +212,15 @@ void clsZantorMail::DataArrival() {
   receiveBuffer_ += data;
 }
 
-void clsZantorMail::setLogged(Text& property, TextView value, TextView label) {
-  property = value;
+void clsZantorMail::propertySet(TextView label, const Text& value) {
   addToLog(Text(label).append(value));
+  winsock1_->RemoteHost = serverName.text();
+  winsock1_->RemotePort = portNumber(ServerPort.text());
 }
 
 // Adds an entry to the debug log while that is switched on.
 void clsZantorMail::addToLog(const Text& entry) {
-  if (!clsZantorBas::GetTF(debugScript_)) return;
+  if (!clsZantorBas::GetTF(debugScript)) return;
   toolkit_.file().AppendToFile(Text(toolkit_.values().applicationFolder).append(kLogName), entry, 0);
 }
 

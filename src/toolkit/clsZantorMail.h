@@ -13,7 +13,24 @@ class Toolkit;
 /// "rmail.debug.log" in the application folder, credentials and contents in plain.
 class clsZantorMail {
 public:
-  /// \param toolkit the toolkit that this is an instance of; outlives it. Its platform has a socket factory.
+  /// A text that describes the message; setting it is written to the debug log.
+  class Property {
+  public:
+    Property(clsZantorMail& mail, TextView label) : mail_(mail), label_(label) {}
+    Property& operator=(TextView value) {
+      text_ = value;
+      mail_.propertySet(label_, text_);
+      return *this;
+    }
+    const Text& text() const { return text_; }
+
+  private:
+    clsZantorMail& mail_;
+    TextView label_;
+    Text text_;
+  };
+
+  /// \param toolkit the toolkit that this is an instance of; outlives it. Its platform has sockets.
   explicit clsZantorMail(Toolkit& toolkit);
   clsZantorMail(const clsZantorMail&) = delete;
   clsZantorMail& operator=(const clsZantorMail&) = delete;
@@ -22,39 +39,27 @@ public:
   ~clsZantorMail() = default;
 
   /// The server's name or address, which is also what it is greeted with.
-  const Text& serverName() const { return serverName_; }
-  void setServerName(TextView value);
+  Property serverName{*this, u"mail_ServerName set:"};
   /// The server's port in digits; anything else is a port that no server has.
-  const Text& ServerPort() const { return serverPort_; }
-  void setServerPort(TextView value);
+  Property ServerPort{*this, u"mail_Port  set:"};
   /// Name and password to log in with; without both of them the message is sent without a login.
-  const Text& UserName() const { return userName_; }
-  void setUserName(TextView value);
-  const Text& Password() const { return password_; }
-  void setPassword(TextView value);
+  Property UserName{*this, u"username set:"};
+  Property Password{*this, u"pwd set:"};
   /// The sender's address, as it is to stand after "MAIL FROM:" and "From:".
-  const Text& MailFrom() const { return mailFrom_; }
-  void setMailFrom(TextView value);
+  Property MailFrom{*this, u"mail_from set:"};
   /// The recipients' addresses, separated by ";" without spaces.
-  const Text& MailTo() const { return mailTo_; }
-  void setMailTo(TextView value);
+  Property MailTo{*this, u"mail_To set:"};
   /// The blind copies' addresses, separated by ";" without spaces. They can be read in the message.
-  const Text& MailBcc() const { return mailBcc_; }
-  void setMailBcc(TextView value);
+  Property MailBcc{*this, u"Mail_Bcc set:"};
   /// The address for answers; empty: the message names none.
-  const Text& ReplyTo() const { return replyTo_; }
-  void setReplyTo(TextView value);
-  const Text& subject() const { return subject_; }
-  void setSubject(TextView value);
+  Property ReplyTo{*this, u"mail_RepylTo set:"};
+  Property subject{*this, u"mail_Subject set:"};
   /// The body, HTML with CR LF between its lines.
-  const Text& Message() const { return message_; }
-  void setMessage(TextView value);
+  Property Message{*this, u"mail_Message set:"};
   /// The paths of the files to attach, separated by ";"; one that cannot be read becomes an empty attachment.
-  const Text& Attachments() const { return attachments_; }
-  void setAttachments(TextView value) { attachments_ = value; }
+  Text Attachments;
   /// Whether to write the debug log, in the words that clsZantorBas::GetTF() takes for yes.
-  const Text& debugScript() const { return debugScript_; }
-  void setDebugScript(TextView value) { debugScript_ = value; }
+  Text debugScript;
 
   /// Sends the message that the properties describe and delivers window events meanwhile. Always false
   /// (deliberate: one would expect the outcome): only the debug log tells how it went. A server that does not
@@ -63,7 +68,7 @@ public:
   bool SendMail();
 
 private:
-  void setLogged(Text& property, TextView value, TextView label);
+  void propertySet(TextView label, const Text& value);
   void addToLog(const Text& entry);
 
   void sendMessage();
@@ -81,22 +86,8 @@ private:
   void DataArrival();
 
   Toolkit& toolkit_;
-  Text serverName_;
-  Text serverPort_;
-  Text userName_;
-  Text password_;
-  Text mailFrom_;
-  Text mailTo_;
-  Text mailBcc_;
-  Text replyTo_;
-  Text subject_;
-  Text message_;
-  Text attachments_;
-  Text debugScript_;
-
   Text boundary_;       ///< of the message being sent
   Text receiveBuffer_;  ///< what has arrived and was not searched yet, in whole lines
-  double waitStart_ = 0;
   bool sending_ = false;
   std::unique_ptr<SocketControl> winsock1_;  ///< last, so that its events end first
 };

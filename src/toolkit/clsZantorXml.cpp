@@ -39,16 +39,6 @@ Positions positionsOf(TextView source, TextView marker) {
   return positions;
 }
 
-Text replaced(TextView text, TextView what, TextView by) {
-  Text result;
-  std::size_t copied = 0;
-  for (std::size_t at = text.find(what); at != TextView::npos; at = text.find(what, copied)) {
-    result.append(text.substr(copied, at - copied)).append(by);
-    copied = at + what.size();
-  }
-  return result.append(text.substr(copied));
-}
-
 // The number that a text begins with; 0 where it begins with none.
 double leadingNumber(TextView text) {
   std::string digits;

@@ -1,7 +1,5 @@
 #include "toolkit/toolkit.h"
 
-#include <utility>
-
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorCodeCod.h"
 #include "toolkit/clsZantorFile.h"
@@ -16,35 +14,33 @@ Toolkit::~Toolkit() {
   releaseToolkit();
 }
 
-template <class Type, class... Arguments>
-Type& Toolkit::instance(ToolkitClass which, Arguments&... arguments) {
-  std::shared_ptr<void>& held = instances_[static_cast<std::size_t>(which)];
-  if (!held) held = std::make_shared<Type>(arguments...);
-  return *static_cast<Type*>(held.get());
-}
-
 clsZantorBas& Toolkit::bas() {
-  return instance<clsZantorBas>(ToolkitClass::Bas, *this);
+  if (!bas_) bas_ = std::make_unique<clsZantorBas>(*this);
+  return *bas_;
 }
 clsZantorFile& Toolkit::file() {
-  return instance<clsZantorFile>(ToolkitClass::File, *this);
+  if (!file_) file_ = std::make_unique<clsZantorFile>(*this);
+  return *file_;
 }
 clsZantorMail& Toolkit::mail() {
-  return instance<clsZantorMail>(ToolkitClass::Mail, *this);
+  if (!mail_) mail_ = std::make_unique<clsZantorMail>(*this);
+  return *mail_;
 }
 clsZantorXml& Toolkit::xml() {
-  return instance<clsZantorXml>(ToolkitClass::Xml);
+  if (!xml_) xml_ = std::make_unique<clsZantorXml>();
+  return *xml_;
 }
 clsZantorCodeCod& Toolkit::codeCod() {
-  return instance<clsZantorCodeCod>(ToolkitClass::CodeCod, *this);
+  if (!codeCod_) codeCod_ = std::make_unique<clsZantorCodeCod>(*this);
+  return *codeCod_;
 }
 
 void Toolkit::releaseToolkit() {
-  for (std::shared_ptr<void>& held : instances_) held.reset();
-}
-
-void Toolkit::setInstance(ToolkitClass which, std::shared_ptr<void> instance) {
-  instances_[static_cast<std::size_t>(which)] = std::move(instance);
+  bas_.reset();
+  mail_.reset();
+  file_.reset();
+  xml_.reset();
+  codeCod_.reset();
 }
 
 }  // namespace fiar

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <array>
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "platform/platform.h"
 #include "toolkit/variable_store.h"
@@ -14,11 +15,13 @@ class clsZantorFile;
 class clsZantorMail;
 class clsZantorXml;
 
-/// The toolkit's classes in the order in which their shared instances are released.
-enum class ToolkitClass : std::size_t { Bas, Api, Mail, File, Web, Xml, CodeCod, Math };
+/// How the program runs.
+enum class RunMode : std::int16_t { Unknown = 0, Built = 2, InDevelopment = 3 };
 
-/// The toolkit's program-wide values, all empty until start-up fills them in. Folders end in "\".
-struct ToolkitValues {
+/// The program-wide values, all empty until start-up fills them in. Folders end in "\".
+struct ProgramValues {
+  RunMode runMode = RunMode::Unknown;
+
   Text applicationFolder;
   Text temporaryFolder;
   Text systemTemporaryFolder;
@@ -26,13 +29,20 @@ struct ToolkitValues {
   Text scriptsFolder;  ///< of the toolkit's own scripts
   Text lineBreak;
   DateTime startTime;
+
+  Text configText;  ///< the configuration as tagged text; empty where the program carries none
+  Text workKey;     ///< in hexadecimal digits; never to be shown, written or logged
+  Text clipsPath;
+  bool useDatabase = false;
+  Text queryText;
+  std::vector<DatabaseQuery> queries;  ///< the connection's pool; empty where the database is off
 };
 
-/// The toolkit of one process: its variables, its program-wide values, and one shared instance of each class,
+/// The toolkit of one process: its variables, the program-wide values, and one shared instance of each class,
 /// created on first use. Every reference that it gives stays good until releaseToolkit().
 class Toolkit {
 public:
-  /// \param platform the machine; what it refers to outlives the toolkit.
+  /// \param platform the machine; outlives the toolkit.
   explicit Toolkit(const Platform& platform);
   Toolkit(const Toolkit&) = delete;
   Toolkit& operator=(const Toolkit&) = delete;
@@ -42,7 +52,7 @@ public:
 
   const Platform& platform() const { return platform_; }
   VariableStore& variables() { return variables_; }
-  ToolkitValues& values() { return values_; }
+  ProgramValues& values() { return values_; }
 
   clsZantorBas& bas();
   clsZantorFile& file();
@@ -50,24 +60,18 @@ public:
   clsZantorXml& xml();
   clsZantorCodeCod& codeCod();
 
-  /// Sets the shared instances to none, in the order of ToolkitClass; the next use of a class creates it
-  /// anew. The variables and values stay.
+  /// Releases the shared instances; the next use of a class creates it anew. The variables and values stay.
   void releaseToolkit();
 
-  /// Makes an object the shared instance of a class: the way in for the classes that this program lacks (Api,
-  /// Web, Math). The object must be of the class itself where the toolkit has an accessor for it.
-  void setInstance(ToolkitClass which, std::shared_ptr<void> instance);
-
 private:
-  static constexpr std::size_t kClasses = static_cast<std::size_t>(ToolkitClass::Math) + 1;
-
-  template <class Type, class... Arguments>
-  Type& instance(ToolkitClass which, Arguments&... arguments);
-
-  Platform platform_;
+  const Platform& platform_;
   VariableStore variables_;
-  ToolkitValues values_;
-  std::array<std::shared_ptr<void>, kClasses> instances_;  ///< null: not created
+  ProgramValues values_;
+  std::unique_ptr<clsZantorBas> bas_;
+  std::unique_ptr<clsZantorMail> mail_;
+  std::unique_ptr<clsZantorFile> file_;
+  std::unique_ptr<clsZantorXml> xml_;
+  std::unique_ptr<clsZantorCodeCod> codeCod_;
 };
 
 }  // namespace fiar

@@ -1,6 +1,5 @@
 #include "toolkit/variable_store.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace fiar {
@@ -21,21 +20,10 @@ constexpr TextView kCommandWords =
     u"lcase chr asc reverse CountSubString strcontains len datediff var svar to.utf8 to.ascii "
     u"plaintohtml format xml.getTag now sendSMS end Cache";
 
-Text twoDigits(int value) {
-  return {static_cast<char16_t>(u'0' + value / 10 % 10), static_cast<char16_t>(u'0' + value % 10)};
-}
-
-// "dd.mm.yyyy hh:mm:ss", whatever the regional format is.
-Text fixedDateTimeText(const DateTime& when) {
-  return twoDigits(when.day) + u'.' + twoDigits(when.month) + u'.' + twoDigits(when.year / 100) +
-         twoDigits(when.year % 100) + u' ' + twoDigits(when.hour) + u':' + twoDigits(when.minute) + u':' +
-         twoDigits(when.second);
-}
-
 }  // namespace
 
 void VariableStore::setVar(TextView name, Text value) {
-  // A copy of its own: the name may be a view of the very entry that is about to be replaced.
+  // A copy: the name may be a view of the very entry that is about to be replaced.
   Text key(name);
   const auto found = entries_.find(name);
   if (found == entries_.end()) {
@@ -78,7 +66,7 @@ Text VariableStore::getEnvVar(TextView name) const {
 }
 
 void VariableStore::initBuiltInVars() {
-  setVar(u"_EmptyDate", fixedDateTimeText(kEmptyDate));
+  setVar(u"_EmptyDate", u"30.12.1899 00:00:00");
   setVar(u"_tab", u"\t");
   setVar(u"_cr", u"\r");
   setVar(u"_lf", u"\n");
@@ -94,12 +82,7 @@ void VariableStore::initBuiltInVars() {
 
 void VariableStore::buildCommandList() {
   commandList_.clear();
-  TextView rest = kCommandWords;
-  while (!rest.empty()) {
-    const TextView word = rest.substr(0, rest.find(u' '));
-    commandList_.append(u":").append(word).append(u";");
-    rest.remove_prefix(std::min(rest.size(), word.size() + 1));
-  }
+  for (const TextView word : split(kCommandWords, u" ")) commandList_.append(u":").append(word).append(u";");
 }
 
 }  // namespace fiar

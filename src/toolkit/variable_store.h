@@ -12,7 +12,8 @@ namespace fiar {
 /// and "err.description" carry the store's own errors; no operation throws for what it is given.
 class VariableStore {
 public:
-  /// The store is empty until initBuiltInVars() or the first setVar().
+  /// Empty until initBuiltInVars() or the first setVar().
+  /// \param platform the machine; outlives the store.
   explicit VariableStore(const Platform& platform) : platform_(platform) {}
 
   /// Creates the entry or replaces its name and value. Setting a constant again changes nothing but the error
@@ -53,7 +54,7 @@ private:
     bool operator()(TextView left, TextView right) const { return equalIgnoringCase(left, right); }
   };
 
-  Platform platform_;
+  const Platform& platform_;
   std::unordered_map<Text, Text, Hash, Equal> entries_;
   Text commandList_;
   std::uint64_t revision_ = 0;

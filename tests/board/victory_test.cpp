@@ -18,9 +18,7 @@ struct Display {
     for (Label& label : scoreLabel) label.Caption = u"0";
     Picture3.Picture = {u"REWARD"};
   }
-  void check(Board& board) {
-    checkForVictory(board, {scoreLabel, Picture2, Picture3, regional});
-  }
+  void check(Board& board) { checkForVictory(board, {scoreLabel, Picture2, Picture3, regional}); }
 };
 
 TEST(Victory, FindsTheFirstLineInScanOrder) {

@@ -25,12 +25,10 @@ static fiar::Text fromUtf8(const std::string& bytes) {
 
 int main() {
   using Mail = fiar::clsZantorMail;
-  const std::map<std::string, void (Mail::*)(fiar::TextView)> properties{
-      {"serverName", &Mail::setServerName},   {"ServerPort", &Mail::setServerPort},
-      {"UserName", &Mail::setUserName},       {"Password", &Mail::setPassword},
-      {"MailFrom", &Mail::setMailFrom},       {"MailTo", &Mail::setMailTo},
-      {"MailBcc", &Mail::setMailBcc},         {"Message", &Mail::setMessage},
-      {"Attachments", &Mail::setAttachments}, {"debugScript", &Mail::setDebugScript}};
+  const std::map<std::string, Mail::Property Mail::*> properties{
+      {"serverName", &Mail::serverName}, {"ServerPort", &Mail::ServerPort}, {"UserName", &Mail::UserName},
+      {"Password", &Mail::Password},     {"MailFrom", &Mail::MailFrom},     {"MailTo", &Mail::MailTo},
+      {"MailBcc", &Mail::MailBcc},       {"Message", &Mail::Message}};
   fiar::win32::Win32Events events;
   double patience = 60;
   fiar::test::FakePlatform fake;
@@ -49,7 +47,9 @@ int main() {
     if (name == "folder") toolkit.values().applicationFolder = fromUtf8(value);
     if (name == "patience") patience = std::stod(value);
     if (name == "quit") PostQuitMessage(std::stoi(value));
-    if (properties.contains(name)) (toolkit.mail().*properties.at(name))(fromUtf8(value));
+    if (name == "Attachments") toolkit.mail().Attachments = fromUtf8(value);
+    if (name == "debugScript") toolkit.mail().debugScript = fromUtf8(value);
+    if (properties.contains(name)) toolkit.mail().*properties.at(name) = fromUtf8(value);
     if (name != "send") continue;
     fake.events.waits.clear();
     toolkit.mail().SendMail();

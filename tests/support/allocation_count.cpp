@@ -7,6 +7,7 @@
 namespace {
 std::atomic<std::size_t> count{0};
 std::atomic<std::size_t> freed{0};
+std::atomic<std::size_t> largest{0};
 }  // namespace
 
 std::size_t fiar::test::allocationCount() {
@@ -15,10 +16,14 @@ std::size_t fiar::test::allocationCount() {
 std::size_t fiar::test::liveAllocationCount() {
   return count - freed;
 }
+std::size_t fiar::test::largestAllocation() {
+  return largest.exchange(0);
+}
 
 // Takes the place of the language's own; the array form and the one that does not throw come here too.
 void* operator new(std::size_t size) {
   ++count;
+  if (size > largest) largest = size;
   if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
   throw std::bad_alloc();
 }

@@ -8,5 +8,7 @@ namespace fiar::test {
 std::size_t allocationCount();
 /// How many of them are still there.
 std::size_t liveAllocationCount();
+/// The bytes of the largest one since this was asked last.
+std::size_t largestAllocation();
 
 }  // namespace fiar::test
