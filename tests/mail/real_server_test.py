@@ -147,7 +147,7 @@ class MailTest(unittest.TestCase):
                 server.join(5)
                 self.assertFalse(server.is_alive(), "the client has not closed the connection")
         status = pathlib.Path(f"/proc/{self.client.pid}/status").read_text(encoding="ascii")
-        self.assertLess(int(status.partition("VmHWM:")[2].split()[0]), 200000)  # kB: what is read does not pile up
+        self.assertLess(int(status.partition("VmHWM:")[2].split()[0]), 200000)  # kB: nothing piles up
 
     def test_no_server(self):
         for name, port in (("127.0.0.1", free_port()), ("127.0.0.1", 0), ("127.0.0.1", f"{self.port}a"),
