@@ -1,0 +1,576 @@
+"""Plays the real FiveInARow.exe from outside: by mouse and keys, judged by its windows, pixels and sounds.
+
+    tools/virtual-display tools/under-wine /usr/bin/python3 tests/game_test.py [GameTest.TEST...]
+
+FIAR_GAME in the environment names another program than the one in build/windows. FIAR_INPUTS=20000 and FIAR_SEED=42
+say for how long and from which seed GameTest.test_random_use goes on. After a test that has waited in vain,
+build/game_test.png shows the screen.
+"""
+
+import array
+import contextlib
+import os
+import pathlib
+import random
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+from Xlib import X, XK, display, error
+from Xlib.ext import xtest
+from Xlib.protocol.event import ClientMessage
+
+SOURCES = pathlib.Path(__file__).resolve().parent.parent
+GAME = pathlib.Path(os.environ.get("FIAR_GAME", SOURCES / "build/windows/FiveInARow.exe")).resolve()
+PICTURE = SOURCES / "build/game_test.png"
+INPUTS = int(os.environ.get("FIAR_INPUTS", 500))
+SEED = int(os.environ.get("FIAR_SEED", 1))
+MOST_GROWTH = 50  # kB, in a tenth of the inputs
+
+DISPLAY = display.Display()
+ROOT = DISPLAY.screen().root
+ROOT.change_attributes(event_mask=X.SubstructureNotifyMask)
+# Never seen; the window manager's answers go to it.
+OWN_WINDOW = ROOT.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+
+# The form's design in twips: left, top, width, height.
+FORM_WIDTH, FORM_HEIGHT = 12060, 10170
+BOARD = 1965, 90, 9960, 9960
+SCORES = [(105, 930, 795, 435), (1005, 930, 795, 435)]
+SIZE_LIST = 120, 1800, 1695, 315
+START = 120, 2220, 1695, 555
+START_FACE = 300, 2350, 400, 300  # beside its text
+SOUND = 180, 9720, 1455, 315
+SOUND_MARK = 270, 9810, 135, 135  # the inside of the square
+
+BOARD_SIZES = [10, 15, 20, 30]
+BOARD_COLOR, GRID_COLOR, RED, BLACK = 0xFEF3E2, 0x999999, 0xFF8080, 0
+# What lies in a cell: nothing, a stone of the player (red) or of the computer (blue), one of a won line.
+MEANINGS = {BOARD_COLOR: ".", RED: "r", 0x8080FF: "b", 0xC00000: "R", 0x0000C0: "B"}
+
+STEPS_ALONG_LINES = [(1, -1), (1, 0), (1, 1), (0, 1)]
+# What a line of five cells with so many stones of one side, and none of the other, is worth to the player.
+RED_VALUES = [1, 10, 100, 1000, 10**6]
+BLUE_VALUES = [0, 9, 90, 900, 10**5]
+
+
+def wait_for(condition):
+    """Returns what condition() gives as soon as that is true; fails after a time that is ample anywhere."""
+    end = time.monotonic() + 40
+    while time.monotonic() < end:
+        # Between two requests a window may vanish, or come to reach over the edge of the screen.
+        with contextlib.suppress(error.BadWindow, error.BadDrawable, error.BadMatch):
+            if result := condition():
+                return result
+        time.sleep(0.005)
+    subprocess.run(["import", "-window", "root", PICTURE])
+    raise AssertionError("does not come true")
+
+
+def send(window, message, *data, target=ROOT, mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask):
+    kind, data = DISPLAY.intern_atom(message), [*data, 0, 0, 0, 0, 0][:5]
+    target.send_event(ClientMessage(window=window, client_type=kind, data=(32, data)), event_mask=mask)
+    DISPLAY.sync()
+
+
+def move(x, y):
+    xtest.fake_input(DISPLAY, X.MotionNotify, x=int(x), y=int(y))
+    DISPLAY.sync()
+
+
+def press(button):
+    xtest.fake_input(DISPLAY, X.ButtonPress, button)
+    # The window manager gets every press first and holds back what follows.
+    answer = DISPLAY.intern_atom("_NET_FRAME_EXTENTS")
+    OWN_WINDOW.delete_property(answer)
+    send(OWN_WINDOW, "_NET_REQUEST_FRAME_EXTENTS")
+    wait_for(lambda: OWN_WINDOW.get_full_property(answer, X.AnyPropertyType))
+
+
+def release(button):
+    xtest.fake_input(DISPLAY, X.ButtonRelease, button)
+    DISPLAY.sync()
+
+
+def click(button=1):
+    press(button)
+    release(button)
+
+
+def type_keys(*keys):
+    """Types keys, some of them with another one held: "Tab", "Shift_L+Tab"."""
+    for key in keys:
+        codes = [DISPLAY.keysym_to_keycode(XK.string_to_keysym(name)) for name in key.split("+")]
+        for code in codes:
+            xtest.fake_input(DISPLAY, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(DISPLAY, X.KeyRelease, code)
+        DISPLAY.sync()
+
+
+def look(left, top, width, height):
+    """The pixels of a part of the screen as 0xRRGGBB, row by row."""
+    return array.array("I", ROOT.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFF).data)
+
+
+def end(process):
+    process.kill()
+    process.wait()
+
+
+def empty_cells(position):
+    return [cell for cell in position if position[cell] == "."]
+
+
+def value(position, cell):
+    """What an empty cell is worth to the player: all that lines of five through it are worth."""
+    total = 0
+    for right, down in STEPS_ALONG_LINES:
+        ray = [position.get((cell[0] + i * right, cell[1] + i * down), "edge") for i in range(-4, 5)]
+        for line in (ray[first:first + 5] for first in range(5)):
+            red, blue = line.count("r"), line.count("b")
+            if "edge" not in line and 0 in (red, blue):
+                total += BLUE_VALUES[blue] if blue else RED_VALUES[red]
+    return total
+
+
+class Game:
+    """The game by mouse. A cell is (column, row); a position is a dictionary of what lies in each cell.
+
+    It ends with the test. Where no board is awaited, any window will do.
+    """
+
+    def __init__(self, test, *command, board=True):
+        self.older_windows = set()
+        self.older_windows = self.windows()
+        self.test = test
+        self.process = subprocess.Popen([os.environ["WINE"], *(command or [GAME])], stdin=subprocess.DEVNULL)
+        test.addCleanup(self.stop)
+        wait_for(lambda: self.windows() or self.has_ended())
+        test.assertFalse(self.has_ended(), "without a window")
+        if board:
+            wait_for(lambda: DISPLAY.get_input_focus().focus.id in self.windows())
+            self.window = DISPLAY.create_resource_object("window", self.windows().pop())
+            self.size = 15
+            self.player_opens = False
+            wait_for(lambda: self.start_is_shown() and self.count(".") == 15**2)
+
+    def windows(self):
+        found = ROOT.get_full_property(DISPLAY.intern_atom("_NET_CLIENT_LIST"), X.AnyPropertyType)
+        return {*(found.value if found else ())} - self.older_windows
+
+    def has_ended(self):
+        return self.process.poll() is not None
+
+    def exit_code(self):
+        wait_for(self.has_ended)
+        return self.process.returncode
+
+    def stop(self):
+        end(self.process)
+        wait_for(lambda: not self.windows())
+
+    def client_area(self):
+        corner, size = ROOT.translate_coords(self.window, 0, 0), self.window.get_geometry()
+        return corner.x, corner.y, size.width, size.height
+
+    def place(self, part):
+        """Where a part of the form is on the screen."""
+        left, top, width, height = self.client_area()
+        scale = min(width / FORM_WIDTH, height / FORM_HEIGHT)
+        left += (width - round(FORM_WIDTH * scale)) // 2
+        top += (height - round(FORM_HEIGHT * scale)) // 2
+        pixels = [round(twips * scale) for twips in part]
+        return left + pixels[0], top + pixels[1], pixels[2], pixels[3]
+
+    def click_on(self, part):
+        left, top, width, height = self.place(part)
+        move(left + width // 2, top + height // 2)
+        click()
+
+    def start_is_shown(self):
+        return len(set(look(*self.place(START_FACE)))) == 1
+
+    def sound_is_on(self):
+        return len(set(look(*self.place(SOUND_MARK)))) > 1
+
+    def cell_centres(self, board_width):
+        return [(2 * i + 1) * board_width // (2 * self.size) for i in range(self.size)]
+
+    def cell_centre(self, cell):
+        left, top, width, height = self.place(BOARD)
+        centres = self.cell_centres(width)
+        return left + centres[cell[0]], top + centres[cell[1]]
+
+    def cells(self):
+        board = self.place(BOARD)
+        pixels, width, centres = look(*board), board[2], self.cell_centres(board[2])
+        return {(column, row): MEANINGS.get(pixels[y * width + x], "?")
+                for column, x in enumerate(centres) for row, y in enumerate(centres)}
+
+    def position(self):
+        """What lies in each cell, once nothing is half drawn."""
+        def same_twice():
+            cells = self.cells()
+            return cells if "?" not in cells.values() and cells == self.cells() else None
+
+        return wait_for(same_twice)
+
+    def count(self, meaning):
+        return list(self.position().values()).count(meaning)
+
+    def grid_is_sharp(self):
+        """Whether there are a row and a column that show equal lines at equal distances and nothing else."""
+        board = self.place(BOARD)
+        text = "".join({GRID_COLOR: "#", BOARD_COLOR: "."}.get(pixel, "?") for pixel in look(*board))
+        width, centres = board[2], self.cell_centres(board[2])
+        # The lines take some of each cell.
+        pattern = rf"(#+)(\.{{{width // self.size - 4},{width // self.size}}}\1){{{self.size}}}"
+        rows, columns = [text[y * width:(y + 1) * width] for y in centres], [text[x::width] for x in centres]
+        return all(any(re.fullmatch(pattern, line) for line in lines) for lines in (rows, columns))
+
+    def aim_at(self, cell):
+        move(*self.cell_centre(cell))
+
+    def point_at(self, cell, ring=RED):
+        """What was done before has then been dealt with, unless the pointer was there already."""
+        self.aim_at(cell)
+        x, y = self.cell_centre(cell)
+        half = self.place(BOARD)[2] // (2 * self.size) - 2
+        wait_for(lambda: ring in look(x - half, y - half, 2 * half, 2 * half))
+
+    def set_stone(self):
+        click()
+
+    def press_start(self):
+        self.click_on(START)
+
+    def start(self):
+        self.press_start()
+        self.await_opening()
+
+    def await_opening(self):
+        """Waits for the first position of a new game. The sides take turns in opening one."""
+        self.player_opens = not self.player_opens
+        stones = 0 if self.player_opens else 1
+        wait_for(lambda: not self.start_is_shown() and self.count(".") == self.size**2 - stones)
+        self.test.assertEqual(self.count("b"), stones)
+
+    def choose_size(self, size):
+        self.click_on(SIZE_LIST)
+        # Its window has no frame, so that it lies right on the screen.
+        window = wait_for(lambda: [window for window in ROOT.query_tree().children if window.get_wm_class()
+                                   and window.get_attributes().map_state == X.IsViewable])[0]
+        corner, area = ROOT.translate_coords(window, 0, 0), window.get_geometry()
+        row = BOARD_SIZES.index(size) + 0.5
+        move(corner.x + area.width // 2, corner.y + row * area.height / len(BOARD_SIZES))
+        click()
+        self.size = size
+        wait_for(self.grid_is_sharp)
+
+    def switch_sound(self, on):
+        self.click_on(SOUND)
+        wait_for(lambda: self.sound_is_on() == on)
+
+    def maximise(self, on):
+        states = [DISPLAY.intern_atom("_NET_WM_STATE_MAXIMIZED_" + way) for way in ("VERT", "HORZ")]
+        send(self.window, "_NET_WM_STATE", on, *states)
+
+    def play(self, cell):
+        """Sets a stone and waits for the computer's. Returns the position."""
+        before = self.position()
+        self.point_at(cell)
+        self.set_stone()
+        wait_for(lambda: self.count(".") <= len(empty_cells(before)) - 2)
+        after = self.position()
+        changed = {cell: after[cell].lower() for cell in after if before[cell] != after[cell].lower()}
+        self.test.assertEqual((changed.get(cell), sorted(changed.values())), ("r", ["b", "r"]), changed)
+        return after
+
+    def play_to_the_end(self, choose):
+        """Plays the cells that choose() takes by their values until a line is won. Returns the winner."""
+        scores = [look(*self.place(score)) for score in SCORES]
+        position = self.position()
+        while not any(meaning.isupper() for meaning in position.values()):
+            position = self.play(choose(empty_cells(position), key=lambda cell: value(position, cell)))
+        wait_for(self.start_is_shown)
+        line = [cell for cell in position if position[cell].isupper()]
+        self.test.assertEqual(len(line), 5)
+        winner = position[line[0]].lower()
+        wait_for(lambda: [look(*self.place(score)) != before for score, before in zip(SCORES, scores)]
+                 == [winner == "r", winner == "b"])
+        return winner
+
+    def await_answer(self):
+        """Waits until the window has dealt with all messages that it has got."""
+        ping = DISPLAY.intern_atom("_NET_WM_PING")
+        send(self.window, "WM_PROTOCOLS", ping, X.CurrentTime, self.window.id, target=self.window, mask=0)
+        wait_for(self.has_answered)
+
+    def has_answered(self):
+        events = [DISPLAY.next_event() for _ in range(DISPLAY.pending_events())]
+        messages = [event.data[1] for event in events if isinstance(event, ClientMessage)]
+        return any(numbers[2] == self.window.id for numbers in messages)
+
+
+class KeyboardGame(Game):
+    """The game by keyboard, which "Start" or the board has."""
+
+    def aim_at(self, cell):
+        type_keys(*["Left", "Up"] * self.size, *["Right"] * cell[0], *["Down"] * cell[1])
+
+    def set_stone(self):
+        type_keys("space")
+
+    def press_start(self):
+        type_keys("Return")
+
+
+class GameTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        """Starts a sound server of the test's own, which plays to nobody but can be recorded."""
+        folder = cls.enterClassContext(tempfile.TemporaryDirectory())
+        socket = folder + "/socket"
+        # For the server and for all that play to it or record.
+        os.environ.update(PULSE_SERVER="unix:" + socket, PULSE_RUNTIME_PATH=folder, PULSE_STATE_PATH=folder)
+        cls.addClassCleanup(end, subprocess.Popen([
+            "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+            "--log-level=error", "--load=module-null-sink sink_name=nowhere",
+            f"--load=module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket={socket}"]))
+        wait_for(lambda: os.path.exists(socket))
+
+    def expect_playable(self, *command):
+        game = Game(self, *command)
+        game.start()
+        game.play((7, 7))
+        return game
+
+    def copy_game(self, damaged=None):
+        """Copies it to a folder of its own. The resource, given by its file, then holds nothing but zeros."""
+        program = GAME.read_bytes()
+        if damaged:
+            content = (SOURCES / "resources" / damaged).read_bytes()
+            self.assertEqual(program.count(content), 1)
+            program = program.replace(content, bytes(len(content)))
+        folder = tempfile.TemporaryDirectory(prefix="\u0161e \u4e94 ")
+        file = pathlib.Path(self.enterContext(folder), GAME.name)
+        file.write_bytes(program)
+        return file
+
+    def test_games_are_won_by_either_side_at_every_size(self):
+        game = Game(self)
+        game.point_at((7, 7), BLACK)
+        click()
+        game.point_at((9, 9), BLACK)
+        self.assertTrue(game.start_is_shown() and game.count(".") == 15**2)
+        for size in 15, 10, 20, 30:
+            if size != 15:
+                game.choose_size(size)
+                game.await_opening()
+            for choose, wanted in (min, "b"), (max, "r"):
+                winners = ""
+                # The player may need a second trial.
+                while not winners.endswith(wanted):
+                    self.assertLess(len(winners), 5, winners)
+                    if game.start_is_shown():
+                        game.start()
+                    winners += game.play_to_the_end(choose)
+
+    def test_the_keyboard_plays_a_game(self):
+        game = KeyboardGame(self)
+        # "Start" has the keyboard as long as it is shown. The list comes before it, board and "Sound" after it.
+        type_keys("Shift_L+Tab", "Up")
+        game.size = 10
+        game.await_opening()
+        type_keys("Tab")
+        while game.play_to_the_end(max) != "r":
+            game.start()
+        type_keys("Tab", "Tab")
+        for on in False, True:
+            type_keys("space")
+            wait_for(lambda: game.sound_is_on() == on)
+        type_keys("Shift_L+Tab", "Shift_L+Tab")
+        game.start()
+        type_keys("Alt_L+F4")
+        self.assertEqual(game.exit_code(), 0)
+
+    def test_the_form_fits_any_window(self):
+        game = Game(self)
+        game.start()
+        position = game.position()
+        for size in (1000, 678), (700, 740), (623, 529), "maximised", (1190, 1003):
+            game.maximise(size == "maximised")
+            if size == "maximised":
+                wait_for(lambda: game.client_area()[2] > 1800)
+            else:
+                game.window.configure(width=size[0], height=size[1])
+                wait_for(lambda: game.client_area()[2:] == size)
+            wait_for(game.grid_is_sharp)
+            wait_for(lambda: game.position() == position)
+            for cell in empty_cells(position)[::31]:
+                game.point_at(cell)
+            position = game.play(min(empty_cells(position), key=lambda cell: value(position, cell)))
+
+    def test_it_closes_while_the_mouse_is_dragged(self):
+        game = Game(self)
+        game.start()
+        game.point_at((7, 7))
+        self.addCleanup(release, 1)
+        press(1)
+        game.point_at((9, 9))
+        send(game.window, "_NET_CLOSE_WINDOW")
+        self.assertEqual(game.exit_code(), 0)
+
+    def test_sounds_are_heard_unless_switched_off(self):
+        game = Game(self)
+        file = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()), "samples")
+        self.addCleanup(end, subprocess.Popen([
+            "parec", "--device=nowhere.monitor", "--raw", "--format=u8", "--channels=1", "--rate=8000",
+            "--latency-msec=20", file]))
+        wait_for(lambda: file.exists() and file.stat().st_size > 0)
+
+        def heard():
+            """A letter for each sound so far: "t" a tap (46 ms), "e" an error sound (240 ms)."""
+            samples = file.read_bytes()
+            centiseconds = [samples[i:i + 80] for i in range(0, len(samples) - 79, 80)]
+            text = "".join("#" if max(part) - min(part) > 2 else "." for part in centiseconds)
+            sounds = re.findall(r"(#.*?)\.{20}", text)
+            return "".join("t" if sound.count("#") < 14 else "e" for sound in sounds)
+
+        def expect_heard(sounds):
+            wait_for(lambda: heard() == sounds)
+            # And nothing else in half a second.
+            size = file.stat().st_size
+            wait_for(lambda: file.stat().st_size > size + 4000)
+            self.assertEqual(heard(), sounds)
+
+        game.start()
+        game.play((3, 3))
+        expect_heard("t")
+        click()
+        expect_heard("te")
+        game.switch_sound(False)
+        game.play((0, 14))
+        click()
+        expect_heard("te")
+        game.switch_sound(True)
+        game.play((14, 0))
+        expect_heard("tet")
+        # The computer begins this game.
+        game.choose_size(10)
+        game.await_opening()
+        expect_heard("tet")
+
+    def test_two_copies_are_two_games(self):
+        one, other = Game(self), Game(self)
+        for game, left in (one, 20), (other, 1000):
+            game.window.configure(x=left, y=50)
+            wait_for(lambda: abs(game.client_area()[0] - left) < 20)
+            game.start()
+        position = other.play((7, 7))
+        one.choose_size(10)
+        one.await_opening()
+        one.play((9, 9))
+        self.assertEqual((one.count("b"), other.position()), (2, position))
+
+    def test_it_starts_anywhere_and_writes_nothing_there(self):
+        program = self.copy_game()
+        program.parent.chmod(0o500)
+        os.chdir(program.parent)
+        # Wine makes TEMP and TMP anew for a program that no other Windows program has started.
+        for command in [program], ["cmd", "/c", f"set TEMP=& set TMP=& {GAME.name}"]:
+            game = self.expect_playable(*command)
+            send(game.window, "_NET_CLOSE_WINDOW")
+            self.assertEqual(game.exit_code(), 0)
+        self.assertEqual(list(program.parent.iterdir()), [program])
+
+    def test_a_fatal_damage_is_told_once(self):
+        pictures = "background.jpg", "background_small.jpg", "picture2.gif", "picture3.gif"
+        for name in "pattern_table.dat", *pictures:
+            with self.subTest(name):
+                program = Game(self, self.copy_game(name), board=False)
+                messages = set()
+
+                def has_ended():
+                    for number in program.windows():
+                        # The game's own window may have come before.
+                        window = DISPLAY.create_resource_object("window", number)
+                        if window.get_geometry().height < 300:
+                            messages.add(number)
+                            type_keys("Return")
+                    return program.has_ended()
+
+                wait_for(has_ended)
+                self.assertEqual((program.exit_code(), len(messages)), (1, 1))
+
+    def test_other_damage_is_no_hindrance(self):
+        for name in "configuration.txt", "tap.wav", "error.wav":
+            with self.subTest(name):
+                game = self.expect_playable(self.copy_game(name))
+                click()
+                game.play((0, 0))
+
+    def test_random_use(self):
+        game = Game(self)
+        area = game.client_area()
+        choice = random.Random(SEED)
+        memory = []
+        # Sound and size take their memory once.
+        game.start()
+        game.play((7, 7))
+        click()
+        game.maximise(True)
+        wait_for(lambda: game.client_area()[2] > 1800 and game.grid_is_sharp())
+        with self.subTest(inputs=INPUTS, seed=SEED):
+            for done in range(1, INPUTS + 1):
+                self.use(game, choice)
+                game.await_answer()
+                if done % max(1, INPUTS // 10) == 0:
+                    self.tidy_up(game, area)
+                    status = pathlib.Path(f"/proc/{game.process.pid}/status").read_text()
+                    memory.append(int(re.search(r"RssAnon:\s+(\d+)", status)[1]))
+                    print(f"after {done} inputs: {memory[-1]} kB", file=sys.stderr)
+            # One that grows once and stays so is none that goes on growing.
+            growth = [after - before for before, after in zip(memory, memory[1:])]
+            self.assertLess(statistics.median(growth), MOST_GROWTH)
+
+    def tidy_up(self, game, area):
+        """Brings the game to one and the same state."""
+        type_keys("Escape")
+        game.maximise(False)
+        game.window.configure(width=area[2], height=area[3])
+        wait_for(lambda: game.client_area()[2:] == area[2:])
+        game.await_answer()
+        # A game that is new even if the size is not.
+        for size in 10, 15:
+            game.choose_size(size)
+        game.point_at((7, 7))
+
+    def use(self, game, choice):
+        """Does one thing that a person could do."""
+        kind = choice.choices(["move", "click", "drag", "key", "resize", "maximise"], [25, 55, 7, 8, 3, 2])[0]
+        left, top, width, height = game.client_area()
+        move(left + choice.randrange(width), top + choice.randrange(height))
+        if kind in ("click", "drag"):
+            button = choice.choice([1, 1, 1, 1, 1, 1, 1, 1, 2, 3])
+            press(button)
+            if kind == "drag":
+                move(left + choice.randrange(-200, width + 200), top + choice.randrange(-200, height + 200))
+            release(button)
+        elif kind == "key":
+            keys = "Left Up Right Down space Return Tab Shift_L+Tab Escape Home End F4 Next 1"
+            type_keys(choice.choice(keys.split()))
+        elif kind == "resize":
+            game.window.configure(width=choice.randrange(200, 1400), height=choice.randrange(200, 1000))
+        elif kind == "maximise":
+            game.maximise(choice.choice([True, False]))
+
+
+if __name__ == "__main__":
+    result = unittest.main(exit=False).result
+    sys.exit("no test was run" if result.testsRun == 0 else not result.wasSuccessful())
