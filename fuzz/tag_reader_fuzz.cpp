@@ -95,8 +95,11 @@ private:
       const Position g = find(text, u">", b);
       if (g == 0 || part(text, g - 1, 1) != u"/") continue;
       const Text inner = clsZantorXml::getBetween(part(text, b, g - b + 1), u"<", u"/>", false, false);
-      const Text element = u"<" + Text(trimSpaces(inner)) + u"></" + name + u">";
-      text = replaced(text, u"<" + inner + u"/>", element);
+      Text element(u"<");
+      element.append(trimSpaces(inner)).append(u"></").append(name).append(u">");
+      Text selfClosing(u"<");
+      selfClosing.append(inner).append(u"/>");
+      text = replaced(text, selfClosing, element);
     }
   }
 

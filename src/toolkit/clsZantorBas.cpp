@@ -17,7 +17,7 @@ namespace {
 constexpr double kSecondsPerDay = 86400;
 // Far below half a day, so that midnight and a clock that was set back can be told apart.
 constexpr double kLongestSleep = 3600;
-// Less than the clock can tell is what rounding left over, not time to wait for.
+// Below the resolution of the clock: what rounding leaves over, not time to wait for.
 constexpr double kShortestSleep = 1e-6;
 
 // The words for yes; every other text, the words for no included, is no.
@@ -34,19 +34,20 @@ double passed(double from, double to) {
   return step < -kSecondsPerDay / 2 ? step + kSecondsPerDay : std::max(step, 0.0);
 }
 
-// Where the sample `k` of `n` is taken that lie at even distances in a text, all counted from 0.
+// The position of sample `k` of `n` evenly spaced ones in a text, all counted from 0.
 std::size_t samplePosition(std::size_t length, int n, int k) {
   // Positions count from 1 until they are truncated: the sum may round up.
   const double position = static_cast<double>(length) / n * k + 1;
   return std::min(static_cast<std::size_t>(position), length) - 1;
 }
 
-// Adds the text's bytes in their wide form (low byte first) to those of `sum`, in a circle in each block.
+// Adds the bytes of the wide characters (low byte first) to those of `sum`, over and over; each block of the
+// text begins at the first byte again.
 void addBytes(TextView source, std::string& sum) {
   constexpr std::size_t kBlock = 2048;
   for (std::size_t block = 0; block < source.size(); block += kBlock) {
-    // Deliberate: this counts bytes, but ends with the characters, so the second half of a block counts for
-    // nothing.
+    // Deliberate: one would expect the bytes to be counted against the block's bytes, not its characters. So
+    // the second half of a block counts for nothing.
     for (std::size_t j = 0; j < std::min(kBlock, source.size() - block); ++j) {
       const char16_t character = source[block + j / 2];
       char& byte = sum[j % sum.size()];

@@ -38,7 +38,7 @@ Text defaultKey() {
   return text;
 }
 
-// Codes and their sums are reckoned without sign in 64 bits.
+// Codes and their sums are unsigned, in 64 bits.
 std::uint64_t code(char byte) {
   return static_cast<std::uint8_t>(byte);
 }
@@ -57,8 +57,8 @@ std::uint64_t sumOfCodes(const std::string& bytes) {
                          [](std::uint64_t sum, char byte) { return sum + code(byte); });
 }
 
-// The element after the one of that index, in a circle: deliberately, the first position meets the second
-// element and the last element is met once a round.
+// The element after the one at that index, in a circle. Deliberate: one would expect the element at the
+// index, but the first position meets the second one.
 std::uint64_t following(const std::string& ring, std::size_t index) {
   return code(ring[(index + 1) % ring.size()]);
 }
@@ -72,7 +72,7 @@ Text toHex(const std::string& bytes) {
   return digits;
 }
 
-// Absent where the text is not made of pairs of hexadecimal digits.
+// Returns nullopt if the text is not made of pairs of hexadecimal digits.
 std::optional<std::string> fromHex(TextView digits) {
   if (digits.size() % 2 != 0) return std::nullopt;
   std::string bytes;

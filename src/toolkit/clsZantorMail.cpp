@@ -86,7 +86,7 @@ bool clsZantorMail::SendMail() {
   return false;
 }
 
-// The answers are waited for but, deliberately, change nothing.
+// Deliberate: one would expect a wrong answer to end the dialogue, but it goes on whatever comes.
 void clsZantorMail::sendMessage() {
   sendEnvelope();
   sendHeader();
@@ -121,7 +121,7 @@ void clsZantorMail::sendHeader() {
   send(u"From:" + MailFrom.text());
   send(u"To:" + MailTo.text());
   if (!ReplyTo.text().empty()) send(u"Reply-To:" + ReplyTo.text());
-  // Deliberate: the message shows the blind copies.
+  // Deliberate: one would expect the message to hide the blind copies.
   Text blindCopies = u"Bcc:";
   for (const TextView entry : entriesOf(MailBcc.text())) blindCopies.append(u"<").append(entry).append(u">;");
   send(blindCopies);
@@ -133,7 +133,7 @@ void clsZantorMail::sendTextPartHeader() {
   send({});
   send(u"--" + boundary_);
   send(u"Content-Type: text/html; charset=" + quoted(u"UTF-8"));
-  // Deliberate: the body that follows is not encoded, whatever this says.
+  // Deliberate: one would expect the body to be encoded as this says, but it follows as it stands.
   send(u"Content-Transfer-Encoding: quoted-printable");
 }
 

@@ -137,7 +137,7 @@ struct Element {
 };
 
 // The element whose opening tag is at `begin` ends with the first closing tag that makes it balanced. Where
-// none does, it ends with the last one; the next element may then be inside it.
+// none does, it ends with the last one that was looked at; the next element may then be inside it.
 Element elementAt(const Tags& tags, std::size_t begin) {
   auto open = std::lower_bound(tags.opens.begin(), tags.opens.end(), begin);
   auto close = std::lower_bound(tags.closes.begin(), tags.closes.end(), begin + 1);
@@ -205,7 +205,8 @@ Text clsZantorXml::followPath(TextView xmlText, const std::vector<TextView>& pat
     }
     const Step step(path[depth]);
     result = readElement(result, step.name, step.number, notFoundValue);
-    // Deliberate: an element that reads exactly as the value for an absent one counts as absent.
+    // Deliberate: an element that reads exactly as the value for an absent one counts as absent; one would
+    // expect it to be found.
     found = !result.empty() && result != notFoundValue;
     if (found) result = Text(withoutTags(result));
     if (!found || last) break;
