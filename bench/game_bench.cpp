@@ -1,5 +1,4 @@
-// What a move, a tick and a repaint cost. The evaluation stands beside the obvious way of doing it, so that
-// the figure of one run is a ratio.
+// What a move, a tick and a repaint cost, with the obvious evaluation beside the fast one.
 
 #include <benchmark/benchmark.h>
 
@@ -24,41 +23,32 @@ Board crowdedBoard(int size, unsigned oneIn) {
   return board;
 }
 
-void forBoards(benchmark::internal::Benchmark* bench) {
-  bench->ArgNames({"size", "oneIn"})->Unit(benchmark::kMicrosecond);
-  for (const int size : {10, 15, 20, 30}) bench->Args({size, 3});
-  bench->Args({30, 1000})->Args({30, 2});
-}
-
-void clear(Board& board) {
-  resetGrid(board, board.attackWeights);
-  resetGrid(board, board.defenceWeights);
+/// Evaluates a board of 30 x 30 for both sides, whose grids are cleared first.
+template <typename Evaluate>
+void evaluateBothSides(benchmark::State& state, Evaluate evaluate) {
+  Board board = crowdedBoard(30, 3);
+  for (auto step : state) {
+    resetGrid(board, board.attackWeights);
+    resetGrid(board, board.defenceWeights);
+    evaluate(kComputer, board);
+    evaluate(kHuman, board);
+    benchmark::DoNotOptimize(board.attackWeights);
+  }
 }
 
 void evaluation(benchmark::State& state) {
   test::LoadedToolkit loaded;
   PatternWeights weights(loaded.toolkit.variables(), loaded.machine.regional);
-  Board board = crowdedBoard(static_cast<int>(state.range(0)), static_cast<unsigned>(state.range(1)));
-  for (auto step : state) {
-    clear(board);
-    CalcUtezi2(kComputer, board, weights);
-    CalcUtezi2(kHuman, board, weights);
-    benchmark::DoNotOptimize(board.attackWeights);
-  }
+  evaluateBothSides(state, [&](double side, Board& board) { CalcUtezi2(side, board, weights); });
 }
-BENCHMARK(evaluation)->Apply(forBoards);
+BENCHMARK(evaluation);
 
 void obviousEvaluation(benchmark::State& state) {
   test::LoadedToolkit loaded;
-  Board board = crowdedBoard(static_cast<int>(state.range(0)), static_cast<unsigned>(state.range(1)));
-  for (auto step : state) {
-    clear(board);
-    test::obviousEvaluation(kComputer, board, loaded.toolkit);
-    test::obviousEvaluation(kHuman, board, loaded.toolkit);
-    benchmark::DoNotOptimize(board.attackWeights);
-  }
+  evaluateBothSides(state,
+                    [&](double side, Board& board) { test::obviousEvaluation(side, board, loaded.toolkit); });
 }
-BENCHMARK(obviousEvaluation)->Apply(forBoards);
+BENCHMARK(obviousEvaluation);
 
 /// A game on the largest board, loaded and with a given position.
 struct LargeGame : test::RunningGame {
@@ -67,6 +57,8 @@ struct LargeGame : test::RunningGame {
     window.Combo1.setListIndex(3);
     tick();
     game.board = crowdedBoard(30, oneIn).board;
+    game.player = kHuman;
+    tick();
   }
 };
 
@@ -80,71 +72,66 @@ void computersTurn(benchmark::State& state) {
     running.tick();
   }
 }
-BENCHMARK(computersTurn)->Unit(benchmark::kMicrosecond);
+BENCHMARK(computersTurn);
 
-void tickWithNothingChanged(benchmark::State& state) {
-  LargeGame running(1);
-  running.game.player = kHuman;
-  running.tick();
-  const DrawingList shown = running.window.boardPic.drawing();
-  for (auto step : state) {
-    running.tick();
-    benchmark::DoNotOptimize(running.window.boardPic.drawing() == shown);
-  }
-}
-BENCHMARK(tickWithNothingChanged)->Unit(benchmark::kMicrosecond);
+/// The board picture of a full board as the window shows it at a size in percent.
+struct ShownBoard : LargeGame {
+  explicit ShownBoard(std::int64_t percent)
+      : LargeGame(1),
+        side(static_cast<int>(664 * percent / 100)),
+        pixels(static_cast<std::size_t>(side) * static_cast<std::size_t>(side)),
+        scale{.pixelsPerTwip = side / window.boardPic.Width, .pixelsPerDrawWidth = side / 664.0} {}
 
-void tickWithThePointerMoved(benchmark::State& state) {
-  LargeGame running(1);
-  running.game.player = kHuman;
-  running.tick();
-  double column = 0;
-  for (auto step : state) {
-    column = 1 - column;
-    running.moveTo(column, 7);
-    running.tick();
-  }
-}
-BENCHMARK(tickWithThePointerMoved)->Unit(benchmark::kMicrosecond);
+  const DrawingList& drawing() const { return window.boardPic.drawing(); }
 
-void tickWithANewStone(benchmark::State& state) {
-  LargeGame running(3);
-  running.game.player = kHuman;
-  running.tick();
-  double& cell = running.game.board(7, 7);
-  for (auto step : state) {
-    cell = cell == kHuman ? kNobody : kHuman;
-    running.game.lastMoveTime += 1;
-    running.tick();
-  }
-}
-BENCHMARK(tickWithANewStone)->Unit(benchmark::kMicrosecond);
-
-void painting(benchmark::State& state) {
-  LargeGame running(1);
-  running.tick();
-  const int side = static_cast<int>(664 * state.range(0) / 100);
-  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
-  const BitmapView target{pixels.data(), side, side, side};
-  const PaintScale scale{side / running.window.boardPic.Width, side / 664.0};
-  for (auto step : state) {
-    paint(running.window.boardPic.drawing(), running.window.boardPic.BackColor, scale, target, {});
+  /// Paints what differs from what is shown.
+  void show(const DrawingList& wanted) {
+    const PixelRect area = changedArea(shown, wanted, scale, {side, side});
+    if (area.width == 0) return;
+    paint(wanted, window.boardPic.BackColor, scale, {pixels.data(), side, side, side}, {}, area);
+    shown = wanted;
     benchmark::DoNotOptimize(pixels.data());
   }
-}
-BENCHMARK(painting)->ArgName("percent")->Arg(100)->Arg(300)->Unit(benchmark::kMicrosecond);
 
-void loadingTheTable(benchmark::State& state) {
-  test::FakePlatform machine;
-  machine.resources.loadRealOnes = true;
-  const std::string table = machine.resources.custom(kPatternTableResource).value();
+  int side;
+  std::vector<std::uint32_t> pixels;
+  PaintScale scale;
+  DrawingList shown;
+};
+
+void tickWithNothingChanged(benchmark::State& state) {
+  ShownBoard board(100);
   for (auto step : state) {
-    Toolkit toolkit(machine.platform);
-    loadPatternTable(table, toolkit);
-    benchmark::DoNotOptimize(toolkit.variables().revision());
+    board.tick();
+    board.show(board.drawing());
   }
 }
-BENCHMARK(loadingTheTable)->Unit(benchmark::kMicrosecond);
+BENCHMARK(tickWithNothingChanged);
+
+void painting(benchmark::State& state) {
+  ShownBoard board(state.range(0));
+  for (auto step : state) {
+    board.shown.clear();
+    board.show(board.drawing());
+  }
+}
+BENCHMARK(painting)->ArgName("percent")->Arg(100)->Arg(300);
+
+void paintingAfterTheRingMoved(benchmark::State& state) {
+  ShownBoard board(state.range(0));
+  std::vector<DrawingList> drawings;
+  for (const double column : {7, 8}) {
+    board.moveTo(column, 7);
+    board.tick();
+    drawings.push_back(board.drawing());
+  }
+  std::size_t turn = 0;
+  for (auto step : state) {
+    board.show(drawings[turn]);
+    turn = 1 - turn;
+  }
+}
+BENCHMARK(paintingAfterTheRingMoved)->ArgName("percent")->Arg(100)->Arg(300);
 
 }  // namespace
 }  // namespace fiar

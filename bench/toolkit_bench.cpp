@@ -1,59 +1,35 @@
-// What the toolkit's classes cost, and how that grows with what they are given.
+// How the toolkit's costs grow with what it is given.
 
 #include <benchmark/benchmark.h>
 
 #include <string>
 
 #include "support/fake_platform.h"
-#include "toolkit/clsZantorBas.h"
-#include "toolkit/clsZantorCodeCod.h"
 #include "toolkit/clsZantorXml.h"
-#include "toolkit/toolkit.h"
+#include "toolkit/variable_store.h"
 
 namespace fiar {
 namespace {
 
-Text numbered(TextView name, std::int64_t number) {
-  Text text(name);
-  for (const char digit : std::to_string(number)) text += static_cast<char16_t>(digit);
-  return text;
+Text numbered(std::int64_t number) {
+  const std::string digits = std::to_string(number);
+  return u"variable" + Text(digits.begin(), digits.end());
 }
 
-struct FilledStore {
+void setAndGetVar(benchmark::State& state) {
   test::FakePlatform machine;
-  VariableStore store{machine.platform};
-
-  explicit FilledStore(std::int64_t entries) {
-    for (std::int64_t i = 0; i < entries; ++i) store.setVar(numbered(u"variable", i), u"some value");
+  VariableStore store(machine.platform);
+  for (std::int64_t i = 0; i < state.range(0); ++i) store.setVar(numbered(i), u"some value");
+  const Text name = numbered(state.range(0) / 2);
+  for (auto step : state) {
+    store.setVar(name, u"another value");
+    benchmark::DoNotOptimize(store.getVar(name));
   }
-};
-
-void getVar(benchmark::State& state) {
-  const FilledStore filled(state.range(0));
-  const Text name = numbered(u"VARIABLE", state.range(0) / 2);
-  for (auto step : state) benchmark::DoNotOptimize(filled.store.getVar(name));
 }
-BENCHMARK(getVar)->ArgName("entries")->Arg(100)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kNanosecond);
+BENCHMARK(setAndGetVar)->ArgName("entries")->Arg(1'000)->Arg(100'000);
 
-void setVar(benchmark::State& state) {
-  FilledStore filled(state.range(0));
-  const Text name = numbered(u"VARIABLE", state.range(0) / 2);
-  for (auto step : state) filled.store.setVar(name, u"another value");
-}
-BENCHMARK(setVar)->ArgName("entries")->Arg(100)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kNanosecond);
-
-void settingFromTheConfiguration(benchmark::State& state) {
-  test::FakePlatform machine;
-  machine.resources.loadRealOnes = true;
-  const Text text = machine.codePage.decode(machine.resources.custom(101).value());
-  clsZantorXml reader;
-  Text attributes;
-  for (auto step : state) benchmark::DoNotOptimize(reader.getTag(text, u"runMySQL", attributes, u"", u""));
-}
-BENCHMARK(settingFromTheConfiguration)->Unit(benchmark::kMicrosecond);
-
-/// Elements of one name, each in the one before it, and the wanted one behind them.
-void getTagBehindNestedOnes(benchmark::State& state) {
+/// Elements of one name, each in the one before it, and the wanted one after them.
+void getTagAfterNestedOnes(benchmark::State& state) {
   const TextView open = u"<item>";
   const TextView close = u"</item>";
   Text text;
@@ -68,21 +44,7 @@ void getTagBehindNestedOnes(benchmark::State& state) {
     if (found != u"wanted") state.SkipWithError("the element was not found");
   }
 }
-BENCHMARK(getTagBehindNestedOnes)->ArgName("KB")->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
-
-void enCodeLight(benchmark::State& state) {
-  test::FakePlatform machine;
-  Toolkit toolkit(machine.platform);
-  const Text text(static_cast<std::size_t>(state.range(0)) * 1024, u'x');
-  for (auto step : state) benchmark::DoNotOptimize(toolkit.codeCod().EnCodeLight(text, u"key", false));
-}
-BENCHMARK(enCodeLight)->ArgName("KB")->Arg(1)->Arg(32)->Arg(1024)->Unit(benchmark::kMicrosecond);
-
-void encodingAnAttachment(benchmark::State& state) {
-  const std::string bytes(static_cast<std::size_t>(state.range(0)) * 1024, '\xA5');
-  for (auto step : state) benchmark::DoNotOptimize(clsZantorBas::brokenIntoLines(clsZantorBas::base64(bytes), 76));
-}
-BENCHMARK(encodingAnAttachment)->ArgName("KB")->Arg(32)->Arg(1024)->Unit(benchmark::kMicrosecond);
+BENCHMARK(getTagAfterNestedOnes)->ArgName("KB")->Arg(10)->Arg(1000);
 
 }  // namespace
 }  // namespace fiar
