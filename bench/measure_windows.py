@@ -1,104 +1,130 @@
-"""Measures the game's window under Wine beside a bare one: python3 measure_windows.py FiveInARow.exe window_bench.exe
+"""Measures the game's window under Wine beside a bare one.
 
-Runs in tools/virtual-display and tools/under-wine. Start: from the command to the window on the screen, alternately, the
-Wine server up. At rest: the process's own CPU time over 20 s, twice for each window, and its memory after that.
+    tools/virtual-display tools/under-wine /usr/bin/python3 bench/measure_windows.py window_bench.exe
+
+Start: from the command to the window on the screen, alternately, the Wine server up. At rest: the process's own CPU
+time over 20 s, twice for each window, and its memory after that. An answer: from the release of the mouse button to the
+pixels of the computer's stone.
 """
 
 import os
 import pathlib
 import statistics
-import subprocess
 import sys
 import time
+import unittest
+
+SOURCES = pathlib.Path(__file__).resolve().parent.parent
+sys.path.append(str(SOURCES / "tests"))
+import game_test  # noqa: E402
 
 STARTS = 15
 SECONDS_AT_REST = 20
 ROUNDS_AT_REST = 2
-TICKS = os.sysconf("SC_CLK_TCK")
-# A start may take 50 ms more where the bare window takes 91, and so on a slower machine.
-START_BUDGET_TIMES = (91 + 50) / 91
-CPU_BUDGET_MORE = 0.5
-# 15 MB where the bare window has 8: how much of the system's own is shared depends on what else runs.
-MEMORY_BUDGET_MORE = 7
+ANSWERS = 100
+
+START_BUDGET = 1.4  # times the bare window's
+CPU_BUDGET = 0.3  # % of a core more than the bare window
+MEMORY_BUDGET = 6.5  # MB more
+ANSWER_BUDGET = 20  # ms
+SIZE_BUDGET = 1.2  # MB
 
 
 class Program:
-    """A window that was started, until the end of its `with`."""
+    """A program with a window, until the end of its `with`."""
 
-    def __init__(self, command):
+    def __init__(self, *command):
+        self.test = unittest.TestCase()
         begin = time.monotonic()
-        self.process = subprocess.Popen([os.environ["WINE"], *command])
-        while not self.is_seen():
-            if self.process.poll() is not None or time.monotonic() - begin > 60:
-                sys.exit(f"measure: the window of {command[0]} did not appear")
+        self.game = game_test.Game(self.test, *command, board=False)
         self.start_milliseconds = 1000 * (time.monotonic() - begin)
-
-    def is_seen(self):
-        search = ["xdotool", "search", "--all", "--onlyvisible", "--pid", str(self.process.pid), "--name", "."]
-        return subprocess.run(search, capture_output=True, check=False).stdout != b""
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        # Wine's loader becomes the program itself.
-        self.process.kill()
-        self.process.wait()
+        self.test.doCleanups()
 
     def file(self, name):
-        return pathlib.Path(f"/proc/{self.process.pid}/{name}").read_text()
+        return pathlib.Path(f"/proc/{self.game.process.pid}/{name}").read_text()
 
     def cpu_seconds(self):
         fields = self.file("stat").rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / TICKS
-
-    def memory_megabytes(self):
-        rollup = dict(line.split(":", 1) for line in self.file("smaps_rollup").splitlines()[1:])
-        return int(rollup["Pss"].split()[0]) / 1024
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
     def at_rest(self):
-        """The share of a core in percent, and the memory."""
+        """The share of a core in percent, and the memory in MB."""
         time.sleep(3)
         begin, cpu = time.monotonic(), self.cpu_seconds()
         time.sleep(SECONDS_AT_REST)
         share = 100 * (self.cpu_seconds() - cpu) / (time.monotonic() - begin)
-        return share, self.memory_megabytes()
+        memory = dict(line.split(":", 1) for line in self.file("smaps_rollup").splitlines()[1:])
+        return share, int(memory["Pss"].split()[0]) / 1024
 
 
-def row(what, bare, figure, allowed, unit):
-    print(f"| {what} | {bare:.2f} {unit} | {figure:.2f} {unit} | {allowed:.2f} {unit} | {100 * figure / allowed:.0f} % |")
+def start_times(*programs):
+    times = [[] for _ in programs]
+    for _ in range(STARTS):
+        for command, found in zip(programs, times):
+            with Program(*command) as program:
+                found.append(program.start_milliseconds)
+            time.sleep(0.3)
+    return [statistics.median(found) for found in times]
+
+
+def at_rest(*command):
+    runs = []
+    for _ in range(ROUNDS_AT_REST):
+        with Program(*command) as program:
+            runs.append(program.at_rest())
+    return [statistics.mean(figures) for figures in zip(*runs)]
+
+
+def answer_times():
+    """In milliseconds. The player takes good cells, so that games are long."""
+    test = unittest.TestCase()
+    game = game_test.Game(test)
+    times = []
+    while len(times) < ANSWERS:
+        if game.start_is_shown():
+            game.start()
+        position = game.position()
+        empty = game_test.empty_cells(position)
+        game.point_at(max(empty, key=lambda cell: game_test.value(position, cell)))
+        game_test.press(1)
+        begin = time.monotonic()
+        game_test.release(1)
+        while not game.start_is_shown() and list(game.cells().values()).count(".") > len(empty) - 2:
+            pass
+        if not game.start_is_shown():
+            times.append(1000 * (time.monotonic() - begin))
+    test.doCleanups()
+    return sorted(times)
+
+
+def row(what, bare, figure, used, budget, unit):
+    bare = f"{bare:.2f} {unit}" if bare else ""
+    print(f"| {what} | {bare} | {figure:.2f} {unit} | {used:.2f} of {budget} | {used / budget:.0%} |")
 
 
 def main():
-    game, bench = sys.argv[1:]
-    kinds = {
-        "bare": [bench, "bare"],
-        "empty board": [game],
-        "full board": [bench, "full"],
-    }
-    starts = {kind: [] for kind in kinds}
-    at_rest = {kind: [] for kind in kinds}
-    with Program(kinds["bare"]):  # keeps the Wine server up
-        for _ in range(STARTS):
-            for kind in ("bare", "empty board"):
-                with Program(kinds[kind]) as program:
-                    starts[kind].append(program.start_milliseconds)
-                time.sleep(0.3)
-    for _ in range(ROUNDS_AT_REST):
-        for kind, command in kinds.items():
-            with Program(command) as program:
-                at_rest[kind].append(program.at_rest())
-    cpu = {kind: statistics.mean(share for share, _ in runs) for kind, runs in at_rest.items()}
-    memory = {kind: statistics.mean(size for _, size in runs) for kind, runs in at_rest.items()}
-    start = {kind: statistics.median(times) for kind, times in starts.items() if times}
+    bench = sys.argv[1]
+    with Program(bench, "bare"):  # keeps the Wine server up
+        bare_start, start = start_times((bench, "bare"), (str(game_test.GAME),))
+        answers = answer_times()
+    bare_cpu, bare_memory = at_rest(bench, "bare")
+    cpu, memory = at_rest(bench, "full")
+    size = game_test.GAME.stat().st_size / 1e6
 
-    print("| what | bare window | the game | allowed | of that |")
+    print("| what | bare window | the game | budget | of the budget |")
     print("|---|---:|---:|---:|---:|")
-    row("start to visible window (median)", start["bare"], start["empty board"], start["bare"] * START_BUDGET_TIMES, "ms")
-    for kind in ("empty board", "full board"):
-        row(f"CPU at rest, {kind}", cpu["bare"], cpu[kind], cpu["bare"] + CPU_BUDGET_MORE, "%")
-    for kind in ("empty board", "full board"):
-        row(f"own memory (PSS), {kind}", memory["bare"], memory[kind], memory["bare"] + MEMORY_BUDGET_MORE, "MB")
+    row("start to visible window, median", bare_start, start, start / bare_start, START_BUDGET, "ms")
+    row("from a click to the computer's stone, median", 0, answers[len(answers) // 2], answers[len(answers) // 2],
+        ANSWER_BUDGET, "ms")
+    print(f"| the same, 95th percentile | | {answers[len(answers) * 95 // 100]:.2f} ms | | |")
+    row("CPU at rest, full board", bare_cpu, cpu, cpu - bare_cpu, CPU_BUDGET, "%")
+    row("own memory (PSS), full board", bare_memory, memory, memory - bare_memory, MEMORY_BUDGET, "MB")
+    row("FiveInARow.exe", 0, size, size, SIZE_BUDGET, "MB")
 
 
 if __name__ == "__main__":
