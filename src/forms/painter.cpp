@@ -30,7 +30,7 @@ struct Point {
 // Beyond this a coordinate is as good as infinite; up to it there is room to compute in whole numbers.
 constexpr double kFarAway = 1e6;
 // The weights of a blend run from 0, all below, to this, all above.
-constexpr int kFullWeight = 256;
+constexpr std::uint32_t kFullWeight = 256;
 
 Span overlap(Span a, Span b) {
   return {std::max(a.begin, b.begin), std::min(a.end, b.end)};
@@ -87,12 +87,12 @@ Span centredSpan(double middle, double reach, Span limits) {
 /// Mixes two pixels: red and blue in one multiplication, green in another. Plain, without gamma correction,
 /// which would make dark rims look thin and ragged on the light board.
 std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t weight) {
-  constexpr std::uint32_t kRedBlue = 0x00FF00FF;
-  constexpr std::uint32_t kGreenOnly = 0x0000FF00;
-  const std::uint32_t rest = kFullWeight - weight;
-  const std::uint32_t redBlue = (under & kRedBlue) * rest + (over & kRedBlue) * weight + 0x00800080;
-  const std::uint32_t green = (under & kGreenOnly) * rest + (over & kGreenOnly) * weight + 0x00008000;
-  return ((redBlue >> 8) & kRedBlue) | ((green >> 8) & kGreenOnly);
+  // A difference below zero wraps around, and the sum wraps back.
+  const auto mixed = [&](std::uint32_t channels, std::uint32_t half) {
+    const std::uint32_t difference = (over & channels) - (under & channels);
+    return (((under & channels) * kFullWeight + difference * weight + half) >> 8) & channels;
+  };
+  return mixed(0x00FF00FF, 0x00800080) | mixed(0x0000FF00, 0x00008000);
 }
 
 /// A weight to blend with; anything outside its range counts as the nearest end of it.
