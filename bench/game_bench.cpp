@@ -125,6 +125,7 @@ void paintingAfterTheRingMoved(benchmark::State& state) {
     board.tick();
     drawings.push_back(board.drawing());
   }
+  board.show(board.drawing());
   std::size_t turn = 0;
   for (auto step : state) {
     board.show(drawings[turn]);

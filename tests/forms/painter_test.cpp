@@ -86,14 +86,16 @@ TEST(Painter, CirclesHaveTheirExactAreaAndSoftEdgesAlone) {
       const double rim = std::numbers::pi * (outer * outer - inner * inner);
       EXPECT_NEAR(canvas.redArea(), rim, 0.01 * rim + 0.1);
       for (int i = 0; i < 100 * 100; ++i) {
-        const double distance = std::hypot(i % 100 + 0.5 - x, i / 100 + 0.5 - y);
+        const int column = i % 100;
+        const int row = i / 100;
+        const double distance = std::hypot(column + 0.5 - x, row + 0.5 - y);
         const bool betweenEdges = std::abs(distance - inner) > 0.6 && std::abs(distance - outer) > 0.6;
         const bool bare = distance > outer || (distance < inner && !filled);
         const std::uint32_t expected = bare ? 0x00FF00 : distance > inner ? 0xFF0000 : 0x0000FF;
         // No background shines through where the rim and the filling meet.
         const bool inside = filled && distance < outer - 0.6;
         const std::uint32_t mask = betweenEdges ? 0xFFFFFF : inside ? 0x00FF00 : 0;
-        ASSERT_EQ(canvas.at(i % 100, i / 100) & mask, expected & mask) << i;
+        ASSERT_EQ(canvas.at(column, row) & mask, expected & mask) << i;
       }
     }
   }
