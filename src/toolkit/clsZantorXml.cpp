@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -67,47 +68,46 @@ struct Step {
   }
 };
 
-// The form with an empty content of an element "<inner/>", without spaces at the ends of `inner`.
-Text expanded(TextView selfClosing, TextView name) {
-  Text element = u"<";
-  element.append(trimSpaces(selfClosing.substr(1, selfClosing.size() - 3)));
-  return element.append(u"></").append(name).append(u">");
+// What follows the last "<" of a text, without the spaces and "/" at its ends.
+TextView contentOfLastTag(TextView text) {
+  text.remove_prefix(text.rfind(u'<') + 1);
+  text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
+  return text.substr(0, text.find_last_not_of(u" /") + 1);
 }
 
-// Expands the self-closing elements of a name in their order, each together with all its exact copies. As a
-// copy in front of it may become longer, an element that is still self-closing can be met once more.
-Text expandWithCopies(Text text, TextView name) {
-  const Text opening = Text(u"<").append(name).append(u" ");
-  for (std::size_t start = findIgnoringCase(text, opening, 0); start != Text::npos;
-       start = findIgnoringCase(text, opening, start + 1)) {
-    const std::size_t end = text.find(u'>', start);
-    if (end == Text::npos) break;
-    if (text[end - 1] != u'/') continue;
-    const Text element = text.substr(start, end + 1 - start);
-    text = replaced(text, element, expanded(element, name));
-  }
-  return text;
-}
-
-// Expands the self-closing elements of a name ("<name attributes/>"; "<name/>" is no element at all). Copies
-// need no attention, as each is met on its own, unless an element ends in several "/": then it is
-// self-closing again, and what becomes of it depends on the copies.
+// Expands the self-closing elements of a name ("<name attributes/>"; "<name/>" is no element at all) in their
+// order, each together with all its exact copies. What ended in "//>" is self-closing again after that.
 Text expandSelfClosing(TextView text, TextView name) {
-  Text result;
-  std::size_t copied = 0;
-  std::size_t end = 0;
-  for (const std::size_t start : positionsOf(text, Text(u"<").append(name).append(u" "))) {
-    if (end <= start) end = text.find(u'>', start);
-    if (end == TextView::npos) break;
-    if (text[end - 1] != u'/' || start < copied) continue;
-    if (trimSpaces(text.substr(start, end - 1 - start)).ends_with(u'/')) {
-      return expandWithCopies(Text(text), name);
-    }
-    result.append(text.substr(copied, start - copied));
-    result.append(expanded(text.substr(start, end + 1 - start), name));
-    copied = end + 1;
+  const Text opening = Text(u"<").append(name).append(u" ");
+  // A self-closing element has only one ">", its last character, and so has each copy. That makes it the end
+  // of one of these pieces, and the copies of one element agree in the content of the last tag.
+  const std::vector<TextView> originals = split(text, u">");
+  std::vector<Text> pieces(originals.begin(), originals.end());
+  std::vector<int> expansions(pieces.size());
+  std::map<TextView, std::vector<std::size_t>> alike;
+  for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
+    if (pieces[i].ends_with(u'/')) alike[contentOfLastTag(originals[i])].push_back(i);
   }
-  return result.append(text.substr(copied));
+  for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
+    for (std::size_t start = 0; pieces[i].ends_with(u'/'); ++start) {
+      start = findIgnoringCase(pieces[i], opening, start);
+      if (start == TextView::npos) break;
+      const Text element = pieces[i].substr(start);
+      const Text inner(trimSpaces(TextView(element).substr(1, element.size() - 2)));
+      for (const std::size_t copy : alike[contentOfLastTag(originals[i])]) {
+        if (!pieces[copy].ends_with(element)) continue;
+        pieces[copy].replace(pieces[copy].size() - element.size() + 1, Text::npos, inner);
+        ++expansions[copy];
+      }
+    }
+  }
+  Text result = pieces[0];
+  for (std::size_t i = 1; i < pieces.size(); ++i) {
+    result += u'>';
+    for (int n = 0; n < expansions[i - 1]; ++n) result.append(u"</").append(name).append(u">");
+    result += pieces[i];
+  }
+  return result;
 }
 
 // Where the tags of one name begin in a text, in ascending order.
