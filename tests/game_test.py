@@ -2,9 +2,9 @@
 
     tools/virtual-display tools/under-wine /usr/bin/python3 tests/game_test.py [GameTest.TEST...]
 
-FIAR_GAME in the environment names another program than the one in build/windows. FIAR_INPUTS=20000 and FIAR_SEED=42
-say for how long and from which seed GameTest.test_random_use goes on. After a test that has waited in vain,
-build/game_test.png shows the screen.
+FIAR_GAME in the environment names another program than the one in build/windows. FIAR_INPUTS=20000 and
+FIAR_SEED=42 say for how long and from which seed GameTest.test_random_use goes on; ./test gui passes them on.
+After a test that has waited in vain, build/game_test.png shows the screen.
 """
 
 import array
@@ -383,7 +383,7 @@ class GameTest(unittest.TestCase):
 
     def test_the_keyboard_plays_a_game(self):
         game = KeyboardGame(self)
-        # "Start" has the keyboard as long as it is shown. The list comes before it, board and "Sound" after it.
+        # "Start" has the keyboard while it is shown. The list comes before it, board and "Sound" after it.
         type_keys("Shift_L+Tab", "Up")
         game.size = 10
         game.await_opening()
