@@ -77,35 +77,48 @@ TextView contentOfLastTag(TextView text) {
 
 // Expands the self-closing elements of a name ("<name attributes/>"; "<name/>" is no element at all) in their
 // order, each together with all its exact copies. What ended in "//>" is self-closing again after that.
+// Deliberate: one would expect the search to go on after the element, but it goes on from the same position,
+// where elements stand once more if copies in front of them have grown.
 Text expandSelfClosing(TextView text, TextView name) {
   const Text opening = Text(u"<").append(name).append(u" ");
+  const Text closingTag = Text(u"</").append(name).append(u">");
   // A self-closing element has only one ">", its last character, and so has each copy. That makes it the end
   // of one of these pieces, and the copies of one element agree in the content of the last tag.
   const std::vector<TextView> originals = split(text, u">");
   std::vector<Text> pieces(originals.begin(), originals.end());
-  std::vector<int> expansions(pieces.size());
+  std::vector<Text> closingTags(pieces.size());  // what expanding has put after the ">" of a piece
   std::map<TextView, std::vector<std::size_t>> alike;
   for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
     if (pieces[i].ends_with(u'/')) alike[contentOfLastTag(originals[i])].push_back(i);
   }
-  for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
-    for (std::size_t start = 0; pieces[i].ends_with(u'/'); ++start) {
-      start = findIgnoringCase(pieces[i], opening, start);
-      if (start == TextView::npos) break;
-      const Text element = pieces[i].substr(start);
-      const Text inner(trimSpaces(TextView(element).substr(1, element.size() - 2)));
-      for (const std::size_t copy : alike[contentOfLastTag(originals[i])]) {
-        if (!pieces[copy].ends_with(element)) continue;
-        pieces[copy].replace(pieces[copy].size() - element.size() + 1, Text::npos, inner);
-        ++expansions[copy];
-      }
+  std::size_t current = 0;
+  for (std::size_t from = 0; current + 1 < pieces.size();) {
+    const bool selfClosing = pieces[current].ends_with(u'/');
+    const std::size_t start = selfClosing ? findIgnoringCase(pieces[current], opening, from) : Text::npos;
+    from = 0;
+    if (start == Text::npos) {
+      ++current;
+      continue;
     }
+    const Text element = pieces[current].substr(start);
+    const Text inner(trimSpaces(TextView(element).substr(1, element.size() - 2)));
+    std::size_t grown = 0;  // by how much the text in front of the element
+    for (const std::size_t copy : alike[contentOfLastTag(originals[current])]) {
+      if (!pieces[copy].ends_with(element)) continue;
+      pieces[copy].replace(pieces[copy].size() - element.size() + 1, Text::npos, inner);
+      closingTags[copy] += closingTag;
+      if (copy < current) grown += inner.size() + 1 + closingTag.size() - element.size();
+    }
+    from = start + 1;
+    while (from < grown && current > 0) {
+      --current;
+      from += pieces[current].size() + 1 + closingTags[current].size();
+    }
+    from -= std::min(from, grown);
   }
   Text result = pieces[0];
   for (std::size_t i = 1; i < pieces.size(); ++i) {
-    result += u'>';
-    for (int n = 0; n < expansions[i - 1]; ++n) result.append(u"</").append(name).append(u">");
-    result += pieces[i];
+    result.append(u">").append(closingTags[i - 1]).append(pieces[i]);
   }
   return result;
 }
