@@ -111,7 +111,10 @@ void mainFrm::Check1_Click() {
 
 void mainFrm::Timer1_Timer() {
   printDiagnostics();
-  redraw();
+  boardPic.Cls();
+  drawGrid();
+  drawBoard();
+  drawMousePlayer();
   if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();
   if (game.player == kNobody && !Command1.Visible) Command1.Visible = true;
   if (game.player == kComputer) playComputersTurn();
@@ -139,13 +142,6 @@ void mainFrm::describeBoard() {
   // "Start" takes the focus when a game has ended, so it is what a screen reader says then.
   const TextView result = description_.result();
   if (!Command1.AccessibleName.starts_with(result)) Command1.AccessibleName = Text(result) + u". Start";
-}
-
-void mainFrm::redraw() {
-  boardPic.Cls();
-  drawGrid();
-  drawBoard();
-  drawMousePlayer();
 }
 
 void mainFrm::refreshEvaluation() {

@@ -86,7 +86,6 @@ private:
 
   void printDiagnostics();
   void describeBoard();
-  void redraw();
   void refreshEvaluation();
   void evaluateBothSides();
   void playComputersTurn();
