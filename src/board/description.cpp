@@ -5,21 +5,13 @@
 namespace fiar {
 namespace {
 
-/// The stone in a cell; nobody's for a cell outside the board.
+constexpr double kOutside = -1;
+
+/// The stone in a cell; kOutside for a cell outside the board.
 double stoneIn(const Board& board, CellPoint cell) {
   const std::int32_t column = roundToEven(cell.x);
   const std::int32_t row = roundToEven(cell.y);
-  return board.board.contains(column, row) ? board.board(column, row) : kNobody;
-}
-
-/// The side whose line is marked; nobody where none is.
-double markedWinner(const Board& board) {
-  for (int column = 0; column < board.winMarks.columns(); ++column) {
-    for (int row = 0; row < board.winMarks.rows(); ++row) {
-      if (board.winMarks(column, row) != kNobody) return board.winMarks(column, row);
-    }
-  }
-  return kNobody;
+  return board.board.contains(column, row) ? board.board(column, row) : kOutside;
 }
 
 TextView nameOf(double stone) {
@@ -31,9 +23,13 @@ TextView nameOf(double stone) {
 
 const Text& BoardDescription::update(const Board& board) {
   const CellPoint ring{board.srX, board.srY};
+  const double stone = stoneIn(board, ring);
   const News news = newsOf(board);
+  if (!text_.empty() && ring == ring_ && stone == stone_ && news == news_) return text_;
   newsAreFresh_ = news != news_ || (newsAreFresh_ && ring == ring_);
   news_ = news;
+  score_ = board.score;
+  stone_ = stone;
   ring_ = ring;
 
   if (newsAreFresh_ && news.winner != kNobody) return text_ = result();
@@ -42,9 +38,9 @@ const Text& BoardDescription::update(const Board& board) {
     addCell(u"Blue to column ", news.computersMove);
     text_ += u". ";
   }
-  if (!board.board.contains(roundToEven(ring.x), roundToEven(ring.y))) return text_ += u"Outside the board";
+  if (stone == kOutside) return text_ += u"Outside the board";
   addCell(u"Column ", ring);
-  return text_.append(u", ").append(nameOf(stoneIn(board, ring)));
+  return text_.append(u", ").append(nameOf(stone));
 }
 
 TextView BoardDescription::result() const {
@@ -52,8 +48,13 @@ TextView BoardDescription::result() const {
   return news_.winner == kHuman ? u"You won" : u"The computer won";
 }
 
-BoardDescription::News BoardDescription::newsOf(const Board& board) {
-  if (board.player == kNobody) return {.winner = markedWinner(board)};
+BoardDescription::News BoardDescription::newsOf(const Board& board) const {
+  if (board.player == kNobody) {
+    // A game that has ended has raised a score.
+    if (board.score[0] > score_[0]) return {.winner = kHuman};
+    if (board.score[1] > score_[1]) return {.winner = kComputer};
+    return {.winner = news_.winner};
+  }
   const bool moved = board.player == kHuman && stoneIn(board, board.lastMove) == kComputer;
   return {.computersMove = moved ? board.lastMove : kNoCell};
 }

@@ -28,12 +28,15 @@ private:
     bool operator==(const News&) const = default;
   };
 
-  static News newsOf(const Board& board);
+  News newsOf(const Board& board) const;
   void addCell(TextView column, CellPoint cell);
 
   const RegionalFormat& regional_;
-  CellPoint ring_;             ///< where the ring was at the last update
-  News news_;                  ///< what the last update found
+  // What the last update found.
+  CellPoint ring_;
+  double stone_ = kNobody;  ///< under the ring
+  std::array<double, 2> score_{};
+  News news_;
   bool newsAreFresh_ = false;  ///< the ring has not moved since
   Text text_;
 };
