@@ -17,8 +17,12 @@ struct BoardSize {
   TextView item;
 };
 
-constexpr std::array<BoardSize, 4> kBoardSizes{
-    {{10, u"10 x 10"}, {15, u"15 x 15"}, {20, u"20 x 20"}, {30, u"30 x 30"}}};
+constexpr auto kBoardSizes = std::to_array<BoardSize>({
+    {10, u"10 x 10"},
+    {15, u"15 x 15"},
+    {20, u"20 x 20"},
+    {30, u"30 x 30"},
+});
 constexpr int kFirstSizeIndex = 1;
 // The size after loading, whatever the list says.
 constexpr int kFirstSize = 15;

@@ -31,7 +31,7 @@ Text folderOf(TextView file) {
   return Text(file.substr(0, file.find_last_of(u"\\/") + 1));
 }
 
-// The web server says where its script is; it has one variable or another for that.
+// The web server says where its script is; servers differ in the variable that says so.
 Text scriptFolder(const Environment& environment) {
   Text folder = environment.variable(u"APPL_PHYSICAL_PATH");
   if (folder.empty()) folder = folderOf(environment.variable(u"SCRIPT_FILENAME"));

@@ -63,7 +63,7 @@ struct Board {
   Grid defenceWeights;  ///< evaluation of every cell for the other side
   Grid spareGrid;       ///< replaced with every new game, otherwise unused
 
-  double boardCols = 0;  ///< 10, 15, 20 or 30
+  double boardCols = 0;  ///< the size chosen from the list, in cells
   double boardRows = 0;  ///< always equal to boardCols
   double cellWidth = 0;  ///< twips; set whenever the lines are drawn
   double cellHeight = 0;

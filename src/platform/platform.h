@@ -13,7 +13,8 @@
 // What the program asks of the machine.
 namespace fiar {
 
-/// A local date and time of the proleptic Gregorian calendar, to the second.
+/// A local date and time of the proleptic Gregorian calendar, to the second. By default the empty date: day zero of
+/// the program's date system, midnight.
 struct DateTime {
   int year = 1899;
   int month = 12;  ///< 1 to 12
@@ -24,9 +25,6 @@ struct DateTime {
 
   bool operator==(const DateTime&) const = default;
 };
-
-/// The empty date: day zero of the program's date system, midnight.
-inline constexpr DateTime kEmptyDate{};
 
 /// The time of day.
 class Clock {

@@ -20,7 +20,7 @@ char portable(char16_t character, char16_t separator) {
   return character == u'E' || character == u'e' ? 'e' : '\0';
 }
 
-// Neither zero nor what is no number has a sign to be shown.
+// Zero and NaN are shown without a sign.
 double withoutEmptySign(double value) {
   if (std::isnan(value)) return std::numeric_limits<double>::quiet_NaN();
   return value == 0 ? 0.0 : value;

@@ -17,7 +17,7 @@ constexpr std::size_t kShortestKey = 16;
 constexpr int kStretchedBytes = 32;
 constexpr TextView kHexDigits = u"0123456789ABCDEF";
 
-// The two built-in texts stand in pieces and in no order, so that nobody comes across them in the program.
+// The two built-in texts stand in pieces and in no order, so that they are not found in the .exe by chance.
 // Their letters beyond ASCII have the same byte in the Western and the Central European code page.
 Text salt() {
   constexpr std::array<TextView, 5> kPieces{u"w\u00B17u", u"Kd\u00E9", u"\u0161-3x", u"q\u00F7R",
@@ -87,7 +87,7 @@ std::optional<std::string> fromHex(TextView digits) {
 
 }  // namespace
 
-// What a key comes to: bytes that repeat along the text, and one that is added everywhere.
+// What is derived from a key: bytes that repeat along the text, and one that is added everywhere.
 struct clsZantorCodeCod::Schedule {
   std::string work;
   std::uint64_t offset;

@@ -138,7 +138,8 @@ void clsZantorMail::sendTextPartHeader() {
 }
 
 void clsZantorMail::sendAttachments() {
-  const std::vector<TextView> paths = entriesOf(Attachments);
+  const Text list = Attachments;  // a handler may set it meanwhile
+  const std::vector<TextView> paths = entriesOf(list);
   for (const TextView path : paths) {
     send({});
     send(u"--" + boundary_);
@@ -195,12 +196,9 @@ void clsZantorMail::waitForAnswer(TextView code, double limit, bool& ok) {
 bool clsZantorMail::findAnswer(TextView code) {
   // Taken out as a whole, so that no line is looked at twice and nothing piles up.
   const Text arrived = std::exchange(receiveBuffer_, {});
-  TextView rest = arrived;
-  while (!rest.empty()) {
-    const TextView line = rest.substr(0, rest.find(kLineEnd));
-    rest.remove_prefix(line.size() + kLineEnd.size());
-    const std::size_t space = line.find(u' ');
-    if (space != TextView::npos && line.substr(0, space) == code) return true;
+  const Text start = Text(code).append(u" ");
+  for (const TextView line : split(arrived, kLineEnd)) {
+    if (line.starts_with(start)) return true;
   }
   return false;
 }

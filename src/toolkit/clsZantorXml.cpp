@@ -46,7 +46,7 @@ double leadingNumber(TextView text) {
   for (const char16_t character : trimSpaces(text)) {
     digits += character < 0x80 ? static_cast<char>(character) : ' ';
   }
-  // What a conversion takes for infinity or no number is no number here.
+  // "inf" and "nan" are not numbers here, though from_chars() reads them.
   if (digits.find_first_of("0123456789.") > 1) return 0;
   double value = 0;
   const char* const begin = digits.data() + (digits.starts_with('+') ? 1 : 0);
@@ -77,8 +77,8 @@ TextView contentOfLastTag(TextView text) {
 
 // Expands the self-closing elements of a name ("<name attributes/>"; "<name/>" is no element at all) in their
 // order, each together with all its exact copies. What ended in "//>" is self-closing again after that.
-// Deliberate: one would expect the search to go on after the element, but it goes on from the same position,
-// where elements stand once more if copies in front of them have grown.
+// Deliberate: one would expect the search to go on after the element. It goes on from the same position,
+// where other text may stand by then because copies in front have changed their length.
 Text expandSelfClosing(TextView text, TextView name) {
   const Text opening = Text(u"<").append(name).append(u" ");
   const Text closingTag = Text(u"</").append(name).append(u">");
@@ -91,6 +91,7 @@ Text expandSelfClosing(TextView text, TextView name) {
   for (std::size_t i = 0; i + 1 < pieces.size(); ++i) {
     if (pieces[i].ends_with(u'/')) alike[contentOfLastTag(originals[i])].push_back(i);
   }
+  const auto length = [&](std::size_t i) { return std::ssize(pieces[i]) + 1 + std::ssize(closingTags[i]); };
   std::size_t current = 0;
   for (std::size_t from = 0; current + 1 < pieces.size();) {
     const bool selfClosing = pieces[current].ends_with(u'/');
@@ -102,19 +103,17 @@ Text expandSelfClosing(TextView text, TextView name) {
     }
     const Text element = pieces[current].substr(start);
     const Text inner(trimSpaces(TextView(element).substr(1, element.size() - 2)));
-    std::size_t grown = 0;  // by how much the text in front of the element
+    std::ptrdiff_t grown = 0;  // how much longer the text in front of the element has become
     for (const std::size_t copy : alike[contentOfLastTag(originals[current])]) {
       if (!pieces[copy].ends_with(element)) continue;
       pieces[copy].replace(pieces[copy].size() - element.size() + 1, Text::npos, inner);
       closingTags[copy] += closingTag;
-      if (copy < current) grown += inner.size() + 1 + closingTag.size() - element.size();
+      if (copy < current) grown += std::ssize(inner) + 1 + std::ssize(closingTag) - std::ssize(element);
     }
-    from = start + 1;
-    while (from < grown && current > 0) {
-      --current;
-      from += pieces[current].size() + 1 + closingTags[current].size();
-    }
-    from -= std::min(from, grown);
+    auto next = static_cast<std::ptrdiff_t>(start) + 1 - grown;
+    while (next < 0 && current > 0) next += length(--current);
+    while (current + 1 < pieces.size() && next >= length(current)) next -= length(current++);
+    from = static_cast<std::size_t>(std::max<std::ptrdiff_t>(next, 0));
   }
   Text result = pieces[0];
   for (std::size_t i = 1; i < pieces.size(); ++i) {

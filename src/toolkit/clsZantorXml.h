@@ -8,7 +8,8 @@ namespace fiar {
 
 /// Reads the elements of tagged text: "<name>content</name>" or, with attributes after a single space,
 /// "<name attributes>content</name>" and "<name attributes/>". Names match in any letter case. No text makes
-/// it throw or fail to end, and its time grows with the text's length (times the number of steps of a path).
+/// it throw or fail to end, and its time grows with the text's length (times the number of steps of a path,
+/// and of self-closing elements that share their last tag).
 class clsZantorXml {
 public:
   /// The content of an element, with all spaces and line ends between its tags.

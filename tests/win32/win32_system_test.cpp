@@ -61,7 +61,7 @@ TEST(Win32Clock, MovesAndTellsTheSameTimeInSecondsAndAsADate) {
 TEST(Win32RegionalFormat, ReadsItsOwnNumbersAndShowsEveryPartOfADate) {
   const Win32RegionalFormat format;
   EXPECT_EQ(format.number(format.numberText(-2.5)), -2.5);
-  std::set<Text> texts{format.dateTimeText(kEmptyDate)};
+  std::set<Text> texts{format.dateTimeText(DateTime{})};
   for (int part = 0; part < 7; ++part) {
     DateTime date{2024, 2, 28, 1, 47, 58};
     int* const parts[] = {&date.year, &date.month, &date.day, &date.hour, &date.minute, &date.second};

@@ -36,7 +36,7 @@ void Win32SoundPlayer::play(const std::string& waveImage) {
   if (!isPlayableWave(waveImage)) return;
   std::vector<char> next(waveImage.begin(), waveImage.end());
   playSound(next.data(), SND_ASYNC | SND_MEMORY);
-  // Only now the system has done with the image before.
+  // Only now has the system finished with the previous image.
   playing_.swap(next);
 }
 
