@@ -13,8 +13,8 @@
 // What the program asks of the machine.
 namespace fiar {
 
-/// A local date and time of the proleptic Gregorian calendar, to the second. By default the empty date: day zero of
-/// the program's date system, midnight.
+/// A local date and time of the proleptic Gregorian calendar, to the second. By default the empty date: day
+/// zero of the program's date system, midnight.
 struct DateTime {
   int year = 1899;
   int month = 12;  ///< 1 to 12
