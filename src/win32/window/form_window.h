@@ -71,7 +71,6 @@ private:
 
   void layOut();
   void loadIcons();
-  void checkPictures() const;
 
   Form& form_;
   HandlerGuard guard_;

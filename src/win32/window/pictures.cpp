@@ -12,8 +12,11 @@ namespace {
 
 // Larger ones are damaged: no picture of the program comes near it.
 constexpr UINT kLargestSide = 16384;
-constexpr TextView kSmallCopy = u"SMALL";
 constexpr TextView kMissing = u"it is missing";
+
+Text smallCopyOf(const PictureRef& picture) {
+  return Text(picture.resource).append(u"SMALL");
+}
 
 /// \param file outlives what is returned.
 ComPointer<IWICFormatConverter> openFirstFrame(std::string& file) {
@@ -52,9 +55,17 @@ void Pictures::check(const PictureRef& picture) const {
   if (!decode(picture.resource)) throw PictureError(picture.resource, kMissing);
 }
 
+void Pictures::prepare(const PictureRef& picture) {
+  prepared_ = smallCopyOf(picture);
+  preparation_ = std::async(std::launch::async, [this] {
+    const ComApartment apartment;
+    return decode(prepared_);
+  });
+}
+
 void Pictures::show(const PictureRef& picture, const PixelBuffer& target) {
   const PixelSize size = target.size();
-  Decoded* image = decoded(Text(picture.resource) + Text(kSmallCopy));
+  Decoded* image = decoded(smallCopyOf(picture));
   if (image == nullptr || image->width < size.width || image->height < size.height) {
     image = decoded(picture.resource);
     if (image == nullptr) throw PictureError(picture.resource, kMissing);
@@ -76,7 +87,7 @@ Pictures::Decoded* Pictures::decoded(TextView resource) {
   for (Decoded& one : kept_) {
     if (one.resource == resource) return &one;
   }
-  auto found = decode(resource);
+  auto found = preparation_.valid() && resource == prepared_ ? preparation_.get() : decode(resource);
   return found ? &kept_.emplace_back(std::move(*found)) : nullptr;
 }
 

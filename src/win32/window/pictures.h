@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <list>
 #include <optional>
 #include <stdexcept>
@@ -28,6 +29,8 @@ public:
   /// \param resources outlives this object.
   explicit Pictures(const Resources& resources) : resources_(resources) {}
 
+  /// Begins to decode a picture's copy in the background; show() takes it from there.
+  void prepare(const PictureRef& picture);
   /// Draws a picture in the size of the target. Throws PictureError.
   void show(const PictureRef& picture, const PixelBuffer& target);
   /// Throws PictureError if the picture itself, whatever its copy, cannot be shown.
@@ -49,6 +52,8 @@ private:
   std::optional<Decoded> decode(TextView resource) const;
 
   const Resources& resources_;
+  Text prepared_;  ///< the resource that is decoded in the background
+  std::future<std::optional<Decoded>> preparation_;
   std::list<Decoded> kept_;
   bool keeping_ = false;
 };
