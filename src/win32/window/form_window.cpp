@@ -1,12 +1,10 @@
 #include "win32/window/form_window.h"
 
 #include <algorithm>
-#include <future>
 #include <utility>
 
 #include "win32/error.h"
 #include "win32/wide_text.h"
-#include "win32/window/com.h"
 #include "win32/window/keyboard.h"
 #include "win32/window/window_sizing.h"
 
@@ -16,15 +14,6 @@ namespace {
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 // Timers of the window are numbered from 1.
 constexpr UINT_PTR kFirstTimer = 1;
-
-std::vector<PictureRef> picturesOf(const Form& form) {
-  std::vector<PictureRef> pictures;
-  for (const ControlRef& control : form.controls) {
-    const auto* const box = std::get_if<PictureBox*>(&control);
-    if (box != nullptr && !(*box)->Picture.resource.empty()) pictures.push_back((*box)->Picture);
-  }
-  return pictures;
-}
 
 bool isSeen(const Control& control) {
   const Control* part = &control;
@@ -42,9 +31,6 @@ void moveTo(HWND window, const RECT& place) {
 FormWindow::FormWindow(Form& form, const Resources& resources)
     : Window(guard_), form_(form), guard_([this] { update(); }), pictures_(resources) {
   if (form_.Load) form_.Load();
-  // The picture that lies under everything is decoded while the window is made.
-  const auto pictures = picturesOf(form_);
-  if (!pictures.empty()) pictures_.prepare(pictures.front());
   create(toWide(form_.Caption).c_str(), kStyle, WS_EX_CONTROLPARENT, nullptr);
   shownCaption_ = form_.Caption;
   for (const ControlRef& control : form_.controls) {
@@ -64,16 +50,19 @@ FormWindow::~FormWindow() {
 }
 
 void FormWindow::show(int command) {
-  auto check = std::async(std::launch::async, [this, pictures = picturesOf(form_)] {
-    const ComApartment apartment;
-    for (const PictureRef& picture : pictures) pictures_.check(picture);
-  });
   ShowWindow(handle(), command);
   UpdateWindow(handle());
   update();
-  // Where a list is the first to have the focus.
+  // Now that all are there, it goes to the first one.
   if (IsChild(handle(), GetFocus()) != FALSE) SetFocus(handle());
-  check.get();
+  checkPictures();
+}
+
+void FormWindow::checkPictures() const {
+  for (const ControlRef& control : form_.controls) {
+    const auto* const box = std::get_if<PictureBox*>(&control);
+    if (box != nullptr && !(*box)->Picture.resource.empty()) pictures_.check((*box)->Picture);
+  }
 }
 
 LRESULT FormWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -197,9 +186,9 @@ void FormWindow::updateItem(std::size_t index) {
     return;
   }
   if (item.window->window() == nullptr) {
-    // The system takes longer to make a list than all the rest: it comes once the window is up.
-    if (std::holds_alternative<ComboBox*>(form_.controls[index]) && IsWindowVisible(handle()) == FALSE)
-      return;
+    // The system takes long to make its controls. They come once the window is up with its pictures.
+    const bool picture = std::holds_alternative<PictureBox*>(form_.controls[index]);
+    if (!picture && IsWindowVisible(handle()) == FALSE) return;
     openItem(index);
   }
   item.window->update();

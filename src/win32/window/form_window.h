@@ -71,6 +71,7 @@ private:
 
   void layOut();
   void loadIcons();
+  void checkPictures() const;
 
   Form& form_;
   HandlerGuard guard_;

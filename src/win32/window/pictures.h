@@ -1,16 +1,15 @@
 #pragma once
 
-#include <future>
 #include <list>
 #include <optional>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "forms/controls.h"
 #include "platform/error.h"
 #include "platform/platform.h"
+#include "win32/window/com.h"
 #include "win32/window/pixel_buffer.h"
+// After <windows.h>, whose types it uses.
+#include <ocidl.h>
 
 namespace fiar::win32 {
 
@@ -20,17 +19,15 @@ public:
   PictureError(TextView resource, TextView reason);
 };
 
-/// The pictures in the program's resources, in any format that the system knows. A decoded picture is large
-/// and seldom needed, so it is not kept, but for the time in which sizes change again and again. A picture
-/// may have a copy with fewer pixels, which costs less time: a resource of its name with "SMALL" after it.
-/// The copy is shown where it is large enough.
+/// The pictures in the program's resources, in a format that the system knows (JPEG, GIF, BMP). A decoded
+/// picture is large and seldom needed, so it is not kept, but for the time in which sizes change again and
+/// again. A picture may have a copy with fewer pixels, which costs less time: a resource of its name with
+/// "SMALL" after it. The copy is shown where it is large enough.
 class Pictures {
 public:
   /// \param resources outlives this object.
   explicit Pictures(const Resources& resources) : resources_(resources) {}
 
-  /// Begins to decode a picture's copy in the background; show() takes it from there.
-  void prepare(const PictureRef& picture);
   /// Draws a picture in the size of the target. Throws PictureError.
   void show(const PictureRef& picture, const PixelBuffer& target);
   /// Throws PictureError if the picture itself, whatever its copy, cannot be shown.
@@ -42,9 +39,9 @@ public:
 private:
   struct Decoded {
     Text resource;
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint32_t> pixels;
+    ComPointer<IPicture> picture;  ///< owns the bitmap
+    HBITMAP bitmap = nullptr;
+    PixelSize size;
   };
 
   /// A decoded picture, which is kept for now; null where there is no such resource.
@@ -52,8 +49,6 @@ private:
   std::optional<Decoded> decode(TextView resource) const;
 
   const Resources& resources_;
-  Text prepared_;  ///< the resource that is decoded in the background
-  std::future<std::optional<Decoded>> preparation_;
   std::list<Decoded> kept_;
   bool keeping_ = false;
 };

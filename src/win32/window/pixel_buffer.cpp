@@ -6,16 +6,6 @@
 
 namespace fiar::win32 {
 
-BITMAPINFO describePixels(PixelSize size) {
-  BITMAPINFO description{};
-  description.bmiHeader.biSize = sizeof(description.bmiHeader);
-  description.bmiHeader.biWidth = size.width;
-  description.bmiHeader.biHeight = -size.height;  // rows from top to bottom
-  description.bmiHeader.biPlanes = 1;
-  description.bmiHeader.biBitCount = 32;
-  return description;
-}
-
 void PixelBuffer::resize(PixelSize size) {
   if (size == size_) return;
   if (!context_) context_.reset(require(CreateCompatibleDC(nullptr), "CreateCompatibleDC"));
@@ -23,7 +13,12 @@ void PixelBuffer::resize(PixelSize size) {
   bitmap_.reset();
   size_ = {};
 
-  const BITMAPINFO description = describePixels(size);
+  BITMAPINFO description{};
+  description.bmiHeader.biSize = sizeof(description.bmiHeader);
+  description.bmiHeader.biWidth = size.width;
+  description.bmiHeader.biHeight = -size.height;  // rows from top to bottom
+  description.bmiHeader.biPlanes = 1;
+  description.bmiHeader.biBitCount = 32;
   void* pixels = nullptr;
   const HBITMAP bitmap = CreateDIBSection(context_.get(), &description, DIB_RGB_COLORS, &pixels, nullptr, 0);
   bitmap_.reset(require(bitmap, "CreateDIBSection"));

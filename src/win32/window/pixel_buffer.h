@@ -9,9 +9,6 @@
 
 namespace fiar::win32 {
 
-/// Describes 32-bit pixels, rows from top to bottom, as the system wants it.
-BITMAPINFO describePixels(PixelSize size);
-
 /// A picture in memory that both the program and the system can draw on.
 class PixelBuffer {
 public:
