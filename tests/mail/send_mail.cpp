@@ -2,33 +2,21 @@
 //   NAME=VALUE         a property of the message, or "folder": where the debug log goes, with "/" at its end
 //   patience=SECONDS   after how long without an event the clock jumps to the end of a wait (60)
 //   quit=CODE          asks the program to end with this exit code
-//   send=              sends the message; prints how often that waited and how many objects there are then
+//   send=              sends the message, and prints how often that waited
 
 #include <fcntl.h>
 #include <io.h>
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
-#include <map>
 
-#include "support/allocation_count.h"
 #include "support/fake_platform.h"
 #include "toolkit/clsZantorMail.h"
 #include "toolkit/toolkit.h"
 #include "win32/services/services.h"
 
-static fiar::Text fromUtf8(const std::string& bytes) {
-  return std::filesystem::path(std::u8string(bytes.begin(), bytes.end())).u16string();
-}
-
 int main() {
-  using Mail = fiar::clsZantorMail;
-  const std::map<std::string, Mail::Property Mail::*> properties{
-      {"serverName", &Mail::serverName}, {"ServerPort", &Mail::ServerPort}, {"UserName", &Mail::UserName},
-      {"Password", &Mail::Password},     {"MailFrom", &Mail::MailFrom},     {"MailTo", &Mail::MailTo},
-      {"MailBcc", &Mail::MailBcc},       {"Message", &Mail::Message}};
   fiar::win32::Win32Events events;
   double patience = 60;
   fiar::test::FakePlatform fake;
@@ -42,18 +30,24 @@ int main() {
     if (passed.count() >= longest) fake.clock.advance(fake.events.waits.back());
   };
   fiar::Toolkit toolkit(fake.platform);
+  fiar::clsZantorMail& mail = toolkit.mail();
+  const std::map<std::string, fiar::clsZantorMail::Property*> properties{
+      {"serverName", &mail.serverName}, {"ServerPort", &mail.ServerPort}, {"UserName", &mail.UserName},
+      {"Password", &mail.Password},     {"MailFrom", &mail.MailFrom},     {"MailTo", &mail.MailTo},
+      {"MailBcc", &mail.MailBcc},       {"Message", &mail.Message}};
   _setmode(_fileno(stdin), _O_BINARY);
   for (std::string name, value; std::getline(std::getline(std::cin, name, '='), value, '\0');) {
-    if (name == "folder") toolkit.values().applicationFolder = fromUtf8(value);
+    const auto text = std::filesystem::path(std::u8string(value.begin(), value.end())).u16string();
+    if (name == "folder") toolkit.values().applicationFolder = text;
     if (name == "patience") patience = std::stod(value);
     if (name == "quit") PostQuitMessage(std::stoi(value));
-    if (name == "Attachments") toolkit.mail().Attachments = fromUtf8(value);
-    if (name == "debugScript") toolkit.mail().debugScript = fromUtf8(value);
-    if (properties.contains(name)) toolkit.mail().*properties.at(name) = fromUtf8(value);
+    if (name == "Attachments") mail.Attachments = text;
+    if (name == "debugScript") mail.debugScript = text;
+    if (properties.contains(name)) *properties.at(name) = text;
     if (name != "send") continue;
     fake.events.waits.clear();
-    toolkit.mail().SendMail();
-    std::cout << fake.events.waits.size() << ' ' << fiar::test::liveAllocationCount() << std::endl;
+    mail.SendMail();
+    std::cout << fake.events.waits.size() << std::endl;
   }
   PostQuitMessage(0);
   return events.runUntilQuit();
