@@ -31,8 +31,16 @@ Text part(const Text& text, Position from, Position count) {
   return text.substr(static_cast<std::size_t>(from - 1), static_cast<std::size_t>(count));
 }
 
-float count(const Text& source, const Text& marker) {
-  return clsZantorXml::countOccurrences(source, marker, false);
+// The first place of an opening tag, with attributes or without.
+Position findOpening(const Text& text, const Text& name, Position from) {
+  const Position a = find(text, u"<" + name + u">", from);
+  const Position b = find(text, u"<" + name + u" ", from);
+  return a == 0 || (b != 0 && b < a) ? b : a;
+}
+
+float countOpenings(const Text& text, const Text& name) {
+  return clsZantorXml::countOccurrences(text, u"<" + name + u" ", false) +
+         clsZantorXml::countOccurrences(text, u"<" + name + u">", false);
 }
 
 // The number that a text begins with, after spaces; 0 where it begins with none.
@@ -85,21 +93,12 @@ struct ObviousReader {
 private:
   static void expandSelfClosing(Text& text, const Text& name) {
     Position pos = 0;
-    while (true) {
-      const Position a = find(text, u"<" + name + u">", pos + 1);
-      const Position b = find(text, u"<" + name + u" ", pos + 1);
-      pos = a;
-      if (a == 0 && b == 0) return;
-      if (b == 0 || (a != 0 && a < b)) continue;
-      pos = b;
-      const Position g = find(text, u">", b);
-      if (g == 0 || part(text, g - 1, 1) != u"/") continue;
-      const Text inner = clsZantorXml::getBetween(part(text, b, g - b + 1), u"<", u"/>", false, false);
-      Text element(u"<");
-      element.append(trimSpaces(inner)).append(u"></").append(name).append(u">");
-      Text selfClosing(u"<");
-      selfClosing.append(inner).append(u"/>");
-      text = replaced(text, selfClosing, element);
+    while ((pos = findOpening(text, name, pos + 1)) != 0) {
+      const Position g = find(text, u">", pos);
+      if (g <= pos + size(name) + 1 || part(text, g - 1, 1) != u"/") continue;
+      const Text inner = clsZantorXml::getBetween(part(text, pos, g - pos + 1), u"<", u"/>", false, false);
+      const Text element = u"<" + Text(trimSpaces(inner)) + u"></" + name + u">";
+      text = replaced(text, u"<" + inner + u"/>", element);
     }
   }
 
@@ -110,16 +109,13 @@ private:
     bool unclosed = false;
     for (double i = 1; i <= n; ++i) {
       if (unclosed) return std::nullopt;
-      const Position a = find(text, u"<" + name + u">", pos + 1);
-      const Position b = find(text, u"<" + name + u" ", pos + 1);
-      if (a == 0 && b == 0) return notFoundValue;
-      const Position start = a == 0 || (b != 0 && b < a) ? b : a;
+      const Position start = findOpening(text, name, pos + 1);
+      if (start == 0) return notFoundValue;
       const Position close = find(text, closeTag, start + 1);
       Position end = close + size(name) + 3;
       if (end > start) element = part(text, start, end - start);
       for (int pass = 0; pass <= 1000 && !unclosed; ++pass) {
-        const float opens = count(element, u"<" + name + u" ") + count(element, u"<" + name + u">");
-        if (opens == count(element, closeTag)) {
+        if (countOpenings(element, name) == clsZantorXml::countOccurrences(element, closeTag, false)) {
           element = lastElement = Text(trimSpaces(element));
           text = part(text, end, size(text));
           end = 0;
@@ -139,32 +135,22 @@ private:
   }
 };
 
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
 void readEveryWay(const Text& text, const Text& path) {
   constexpr std::size_t kLongestForObviousWay = 400;
-  constexpr TextView kWellFormed = u"<wellformed a=\"1\">7</wellformed>";
-  clsZantorXml reader;
   Text params;
-  reader.getTag(text, path, params, u"d", u"n");
-  if (toUpper(text).find(u"WELLFORMED") == Text::npos) {
-    for (const Text& whole : {text + Text(kWellFormed), Text(kWellFormed) + text}) {
-      require(reader.getTag(whole, u"wellformed", params, u"d", u"n") == u"7" && params == u"a=\"1\"");
-    }
-  }
+  clsZantorXml().getTag(text, path, params, u"d", u"n");
   // What the steps say about a name with marks in it, or with nothing, depends on how its tags overlap.
   const bool plain = !path.starts_with(u'\\') && !path.starts_with(u'[');
   if (!plain || path.find_first_of(u"<>/ ") != Text::npos || text.size() > kLongestForObviousWay) return;
   for (const auto& [defaultValue, notFoundValue] : {std::pair{u"d", u"n"}, {u" d ", u""}}) {
-    clsZantorXml fresh;
+    clsZantorXml reader;
     ObviousReader obvious;
     Text obviousParams = params = u"kept";
-    const Text result = fresh.getTag(text, path, params, defaultValue, notFoundValue);
+    const Text result = reader.getTag(text, path, params, defaultValue, notFoundValue);
     const auto expected = obvious.getTag(text, path, obviousParams, defaultValue, notFoundValue);
     if (!expected) continue;
-    require(result == *expected && params == obviousParams && fresh.lastElement() == obvious.lastElement);
+    if (result != *expected || params != obviousParams) std::abort();
+    if (reader.lastElement() != obvious.lastElement) std::abort();
   }
 }
 
