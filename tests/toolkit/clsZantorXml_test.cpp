@@ -17,13 +17,11 @@ struct Case {
   Text notFoundValue = u"absent";
 };
 
-void expectTag(const Case& c, const Text& before = {}, const Text& after = {}) {
-  SCOPED_TRACE(c.name);
-  clsZantorXml reader;
+void expectTag(const Case& c) {
   Text params = u"kept";
-  const Text result = reader.getTag(before + c.text + after, c.path, params, c.defaultValue, c.notFoundValue);
-  EXPECT_EQ(result, c.result);
-  EXPECT_EQ(params, c.params);
+  EXPECT_EQ(clsZantorXml().getTag(c.text, c.path, params, c.defaultValue, c.notFoundValue), c.result)
+      << c.name;
+  EXPECT_EQ(params, c.params) << c.name;
 }
 
 TEST(TagReader, ReadsElements) {
@@ -47,7 +45,6 @@ TEST(TagReader, ReadsElements) {
       {"attributes", u"<a x=\"1\" y>z</a>", u"a", u"z", u"x=\"1\" y"},
       {"a tab ends no name", u"<a\tx>z</a>", u"a", u"absent", u""},
       {"self-closing", u"<a x=\"1\"/>", u"a", u"default", u"x=\"1\""},
-      {"self-closing, values alike", u"<a x=\"1\"/>", u"a", u"v", u"", u"v", u"v"},
       {"self-closing without a space", u"<a/><a>1</a>", u"a", u"1"},
       {"self-closing inside itself", u"<a>1<a x/></a>", u"a", u"1<a x></a>"},
       {"self-closing, several slashes", u"<a x//><a y>z</a>", u"a", u"default", u"x/"},
@@ -67,7 +64,7 @@ TEST(TagReader, ReadsElements) {
   for (const Case& c : cases) expectTag(c);
 }
 
-TEST(TagReader, KeepsTheLastElementAndItsAttributes) {
+TEST(TagReader, KeepsTheLastElementCountsAndCuts) {
   clsZantorXml reader;
   Text params;
   reader.getTag(u"<l><i k=\"v\">1</i></l>", u"l\\i", params, u"", u"");
@@ -75,9 +72,6 @@ TEST(TagReader, KeepsTheLastElementAndItsAttributes) {
   params = u"kept";
   EXPECT_EQ(reader.getTag(u"", u"o", params, u"", u""), u"");
   EXPECT_EQ(params, u"k=\"v\"");
-}
-
-TEST(TagReader, CountsAndCuts) {
   const auto between = clsZantorXml::getBetween;
   EXPECT_EQ(clsZantorXml::countOccurrences(u"", u"a", false), -1);
   EXPECT_EQ(clsZantorXml::countOccurrences(u"aAaxA", u"Aa", true), 1);
@@ -101,18 +95,15 @@ TEST(TagReader, TakesHugeMalformedText) {
       {"one more: given up at the pass before", u"<a>" + deepest + u"</a>", u"a", deepest},
       {"only <", repeated(u"<", 1'000'000), u"a", u"absent", u""},
       {"open tags", repeated(u"<a>", many), u"a[30000]", u"default"},
-      {"open tags and one end", repeated(u"<a>", many) + u"</a>", u"a[30000]", u"default"},
       {"closing tags", u"<a>1</a>" + repeated(u"</a>", many), u"a[2]", u"absent", u""},
       {"deep", repeated(u"<a>", many) + repeated(u"</a>", many), u"a[2]", u"absent", u""},
       {"self-closing", repeated(u"<a x/>", many), u"a[30000]", u"default", u"x"},
       {"long path", repeated(u"<a>", 501) + u"x" + repeated(u"</a>", 501), manySteps, u"x"},
   };
-  const Text value = u"<b>1</b>";
   for (const Case& c : cases) {
-    for (const auto& [before, after] : {std::pair{value, Text()}, {Text(), value}}) {
-      expectTag(c, before, after);
-      expectTag({c.name, c.text, u"b", u"1"}, before, after);
-    }
+    expectTag(c);
+    expectTag({c.name, u"<b>1</b>" + c.text, u"b", u"1"});
+    expectTag({c.name, c.text + u"<b>1</b>", u"b", u"1"});
   }
 }
 
