@@ -38,11 +38,6 @@ Position findOpening(const Text& text, const Text& name, Position from) {
   return a == 0 || (b != 0 && b < a) ? b : a;
 }
 
-float countOpenings(const Text& text, const Text& name) {
-  return clsZantorXml::countOccurrences(text, u"<" + name + u" ", false) +
-         clsZantorXml::countOccurrences(text, u"<" + name + u">", false);
-}
-
 // The number that a text begins with, after spaces; 0 where it begins with none.
 double leadingNumber(TextView text) {
   std::string number;
@@ -115,7 +110,10 @@ private:
       Position end = close + size(name) + 3;
       if (end > start) element = part(text, start, end - start);
       for (int pass = 0; pass <= 1000 && !unclosed; ++pass) {
-        if (countOpenings(element, name) == clsZantorXml::countOccurrences(element, closeTag, false)) {
+        const auto count = [&](const Text& tag) {
+          return clsZantorXml::countOccurrences(element, tag, false);
+        };
+        if (count(u"<" + name + u" ") + count(u"<" + name + u">") == count(closeTag)) {
           element = lastElement = Text(trimSpaces(element));
           text = part(text, end, size(text));
           end = 0;

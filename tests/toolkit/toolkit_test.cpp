@@ -15,34 +15,6 @@ namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-TEST(GetTF, KnowsYesInBothLanguagesAndTakesTheRestForNo) {
-  for (const TextView yes :
-       {u"Da", u"yEs", u"1", u"true", u"-1", u"On", u"vklop", u"VKLOPLJEN", u"vklopljeno"}) {
-    EXPECT_TRUE(clsZantorBas::GetTF(yes)) << testing::PrintToString(yes);
-  }
-  for (const TextView no : {u"NE", u"0", u"off", u"", u" yes", u"yes ", u"2"}) {
-    EXPECT_FALSE(clsZantorBas::GetTF(no)) << testing::PrintToString(no);
-  }
-}
-
-TEST(Dec2bin, WritesBinaryDigitsInGroupsOfEight) {
-  const struct {
-    double value;
-    TextView plain;
-    TextView padded;
-  } cases[] = {{0, u"0", u"00000000"},
-               {5.50004, u"110", u"00000110"},
-               {4.50004, u"100", u"00000100"},
-               {2147483647.4999, u"1111111111111111111111111111111", u"01111111111111111111111111111111"},
-               {-5, u"-10-1", u"000-10-1"}};
-  for (const auto& [value, plain, padded] : cases) {
-    EXPECT_EQ(clsZantorBas::dec2bin(value, false), plain) << value;
-    EXPECT_EQ(clsZantorBas::dec2bin(value, true), padded) << value;
-  }
-  for (const double bad : {2147483647.5, -2147483648.5001, 1e300, kNan})
-    EXPECT_THROW(clsZantorBas::dec2bin(bad, true), std::overflow_error) << bad;
-}
-
 struct ToolkitTest : testing::Test, test::FakeToolkit {
   test::FakeEvents& events = machine.events;
   test::TemporaryFolder folder;
@@ -56,6 +28,28 @@ struct ToolkitTest : testing::Test, test::FakeToolkit {
   }
 };
 
+TEST_F(ToolkitTest, KnowsYesInBothLanguagesAndTakesTheRestForNo) {
+  for (const TextView yes :
+       {u"Da", u"yEs", u"1", u"true", u"-1", u"On", u"vklop", u"VKLOPLJEN", u"vklopljeno"}) {
+    EXPECT_TRUE(clsZantorBas::GetTF(yes)) << testing::PrintToString(yes);
+  }
+  for (const TextView no : {u"NE", u"0", u"off", u"", u" yes", u"yes ", u"2"}) {
+    EXPECT_FALSE(clsZantorBas::GetTF(no)) << testing::PrintToString(no);
+  }
+}
+
+TEST_F(ToolkitTest, WritesBinaryDigitsInGroupsOfEight) {
+  const auto dec2bin = clsZantorBas::dec2bin;
+  EXPECT_EQ(dec2bin(0, false), u"0");
+  EXPECT_EQ(dec2bin(5.50004, false), u"110");
+  EXPECT_EQ(dec2bin(4.50004, true), u"00000100");
+  EXPECT_EQ(dec2bin(2147483647.4999, true), u"01111111111111111111111111111111");
+  EXPECT_EQ(dec2bin(-5, true), u"000-10-1");
+  for (const double bad : {2147483647.5, -2147483648.5001, 1e300, kNan}) {
+    EXPECT_THROW(dec2bin(bad, true), std::overflow_error) << bad;
+  }
+}
+
 TEST_F(ToolkitTest, MakesTextsThatDifferByChanceAndByTime) {
   const Text first = toolkit.bas().uniqueText(30);
   EXPECT_EQ(first.size(), 30U);
@@ -66,28 +60,20 @@ TEST_F(ToolkitTest, MakesTextsThatDifferByChanceAndByTime) {
   EXPECT_NE(toolkit.bas().uniqueText(30), later);
 }
 
-TEST_F(ToolkitTest, DelaysForTheWholeTimeThroughEventsAndMidnight) {
+TEST_F(ToolkitTest, DelaysForTheWholeTimeWhateverTheClockDoes) {
   for (const double none : {0.0, -1.0, kNan}) toolkit.bas().DelayEvents(none);
   EXPECT_EQ(events.processed, 3) << "events are delivered at least once";
   EXPECT_TRUE(events.waits.empty());
-  machine.clock.seconds = 40000;
-  toolkit.bas().DelayEvents(50000);
-  EXPECT_NEAR(machine.clock.seconds, 3600, 1e-6);
   machine.clock.seconds = 86399.96;
   events.longestWait = 0.015625;
   toolkit.bas().DelayEvents(0.1);
   EXPECT_NEAR(machine.clock.seconds, 0.06, 0.016);
-  // A clock may be set back, and a coarse one stands still while events come.
-  events.longestWait = 86400;
-  events.waits.clear();
-  events.onEvents = [this] {
-    if (events.waits.size() == 1) machine.clock.seconds -= 7200;
-  };
-  toolkit.bas().DelayEvents(0.1);
-  EXPECT_EQ(events.waits.size(), 2U);
+  // It is set back once, then it stands still but for every tenth look.
+  machine.clock.seconds = 40000;
   events.longestWait = 0;
   events.processed = 0;
   events.onEvents = [this] {
+    if (events.processed == 5) machine.clock.seconds -= 7200;
     if (events.processed % 10 == 0) machine.clock.advance(0.0625);
   };
   toolkit.bas().DelayEvents(0.1);
@@ -95,12 +81,11 @@ TEST_F(ToolkitTest, DelaysForTheWholeTimeThroughEventsAndMidnight) {
 }
 
 TEST_F(ToolkitTest, AppendsLinesAndBytes) {
-  using namespace std::string_literals;
   const Text file = folder.text() + u"\u017Eiga.txt";
   for (const TextView line : {u"first", u"", u"a\nb"}) EXPECT_EQ(append(file, line, 0), 0U);
   append(file, u"\u20AC\u017E", -1);
   append(file, TextView(u"\0\n\u4E2D", 3), 1);
-  EXPECT_EQ(folder.contents(u"\u017Eiga.txt"), "first\r\n\r\na\nb\r\n\x80\x9E\0\n?"s);
+  EXPECT_EQ(folder.contents(u"\u017Eiga.txt"), std::string("first\r\n\r\na\nb\r\n\x80\x9E\0\n?", 19));
 }
 
 TEST_F(ToolkitTest, AppendsOnceTheFileCanBeOpenedAndGivesUpAfterFiveFailures) {
@@ -113,10 +98,6 @@ TEST_F(ToolkitTest, AppendsOnceTheFileCanBeOpenedAndGivesUpAfterFiveFailures) {
   };
   EXPECT_EQ(append(late, u"saved", 0), 4U);
   EXPECT_EQ(folder.contents(u"late/lines.txt"), "saved\r\n");
-  // A disk that is full, where there is one: the step after the opening takes all five.
-  if (std::filesystem::exists("/dev/full")) {
-    EXPECT_EQ(append(u"/dev/full", u"lost", 0), 5U);
-  }
 }
 
 }  // namespace
