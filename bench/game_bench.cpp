@@ -6,10 +6,7 @@
 #include <vector>
 
 #include "forms/painter.h"
-#include "support/boards.h"
-#include "support/loaded_toolkit.h"
-#include "support/obvious_evaluation.h"
-#include "support/running_game.h"
+#include "support/game.h"
 
 namespace fiar {
 namespace {
@@ -17,8 +14,7 @@ namespace {
 /// A board of a size on which one in `oneIn` cells is taken.
 Board crowdedBoard(int size, unsigned oneIn) {
   std::mt19937 random(20260314);
-  Board board = test::emptyBoard(size);
-  test::scatterStones(board, random, oneIn);
+  Board board = test::randomBoard(size, random, oneIn);
   board.player = kComputer;
   return board;
 }

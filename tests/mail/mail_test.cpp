@@ -5,7 +5,6 @@
 #include <regex>
 
 #include "support/fake_socket.h"
-#include "support/temporary_folder.h"
 #include "toolkit/clsZantorMail.h"
 #include "toolkit/toolkit.h"
 

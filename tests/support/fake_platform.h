@@ -14,14 +14,13 @@
 #include <vector>
 
 #include "platform/platform.h"
-#include "support/file_resources.h"
+#include "support/files.h"
 #include "support/windows_1252.h"
 
 namespace fiar::test {
 
 /// Tells the time that the test sets.
-class FakeClock final : public Clock {
-public:
+struct FakeClock final : Clock {
   double seconds = 43200;
   DateTime date{2026, 3, 14, 12, 0, 0};
 
@@ -32,15 +31,10 @@ public:
 };
 
 /// Numbers with a separator of the test's choice, dates as dd.mm.yyyy hh:mm:ss.
-class FakeRegionalFormat final : public RegionalFormat {
-public:
+struct FakeRegionalFormat final : RegionalFormat {
   char16_t separator = u'.';
-  mutable int asked = 0;  ///< how often for the separator, as for each text that is read as a number
 
-  char16_t decimalSeparator() const override {
-    ++asked;
-    return separator;
-  }
+  char16_t decimalSeparator() const override { return separator; }
   Text dateTimeText(const DateTime& when) const override {
     std::array<char, 80> text{};
     const int length = std::snprintf(text.data(), text.size(), "%02d.%02d.%02d %02d:%02d:%02d", when.day,
@@ -50,8 +44,7 @@ public:
 };
 
 /// Gives the numbers of a script and then `afterwards` forever.
-class FakeRandom final : public RandomGenerator {
-public:
+struct FakeRandom final : RandomGenerator {
   std::deque<double> script;
   double afterwards = 0;
   std::vector<double> seeds;  ///< all seeds so far, in order
@@ -65,81 +58,52 @@ public:
   }
 };
 
-/// The resources that the test numbers; with `loadRealOnes`, what the program ships where it numbers none.
-class FakeResources final : public Resources {
-public:
-  std::map<unsigned, std::string> numbered;
-  bool loadRealOnes = false;
-
-  std::optional<std::string> custom(unsigned number) const override {
-    if (const auto found = numbered.find(number); found != numbered.end()) return found->second;
-    return loadRealOnes ? files_.custom(number) : std::nullopt;
-  }
-  std::optional<std::string> custom(TextView name) const override {
-    return loadRealOnes ? files_.custom(name) : std::nullopt;
-  }
-
-private:
-  FileResources files_;
-};
-
 /// Writes down what it is asked to play.
-class RecordingSound final : public SoundPlayer {
-public:
-  /// One call: the image that was to be played; none for stop().
-  std::vector<std::optional<std::string>> calls;
+struct RecordingSound final : SoundPlayer {
+  std::vector<std::optional<std::string>> calls;  ///< the image that was to be played; none for stop()
 
   void stop() override { calls.emplace_back(std::nullopt); }
   void play(const std::string& waveImage) override { calls.emplace_back(waveImage); }
 };
 
 /// Lets the fake clock pass the time that the program waits, and lets the test act in between.
-class FakeEvents final : public PendingEvents {
-public:
-  explicit FakeEvents(FakeClock& clock) : clock_(clock) {}
-
+struct FakeEvents final : PendingEvents {
+  FakeClock& clock;
   int processed = 0;               ///< how often events were delivered, waits included
   std::vector<double> waits;       ///< the seconds of each wait, in order
   std::function<void()> onEvents;  ///< what happens whenever events are delivered
   double longestWait = 86400;      ///< an "event" ends a longer wait after this many seconds
 
+  explicit FakeEvents(FakeClock& clockOfAll) : clock(clockOfAll) {}
   void process() override {
     ++processed;
     if (onEvents) onEvents();
   }
   void waitAndProcess(double seconds) override {
     waits.push_back(seconds);
-    clock_.advance(std::min(seconds, longestWait));
+    clock.advance(std::min(seconds, longestWait));
     process();
   }
-
-private:
-  FakeClock& clock_;
 };
 
 /// A process environment made of what the test says.
-class FakeEnvironment final : public Environment {
-public:
-  std::map<Text, Text> variables;
+struct FakeEnvironment final : Environment {
+  mutable std::map<Text, Text> variables;
   Text folder = u"C:\\Games\\Five";
   bool otherInstance = false;
 
-  Text variable(TextView name) const override {
-    const auto found = variables.find(Text(name));
-    return found == variables.end() ? Text() : found->second;
-  }
+  Text variable(TextView name) const override { return variables[Text(name)]; }
   Text programFolder() const override { return folder; }
   bool otherInstanceRunning() const override { return otherInstance; }
 };
 
-/// Writes down the connect texts; fails on demand.
-class RecordingDatabase final : public Database {
-public:
-  std::vector<Text> connectTexts;
+/// Writes down the connect text; fails on demand.
+struct FakeDatabase final : Database {
+  std::optional<Text> connectText;
   bool fails = false;
 
-  void open(TextView connectText) override {
-    connectTexts.emplace_back(connectText);
+  void open(TextView text) override {
+    connectText = text;
     if (fails) throw std::runtime_error("no database here");
   }
 };
@@ -150,11 +114,11 @@ struct FakePlatform {
   CodePage codePage = windows1252();
   FakeRegionalFormat regional;
   FakeEnvironment environment;
-  FakeResources resources;
+  FileResources resources;
   FakeRandom random;
   RecordingSound sound;
   FakeEvents events{clock};
-  RecordingDatabase database;
+  FakeDatabase database;
   Platform platform{clock, codePage, regional, environment, resources, random, sound, events, database};
 };
 

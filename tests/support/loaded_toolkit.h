@@ -14,10 +14,7 @@ struct FakeToolkit {
 
 /// The same with the shipped pattern table in its store.
 struct LoadedToolkit : FakeToolkit {
-  LoadedToolkit() {
-    machine.resources.loadRealOnes = true;
-    loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit);
-  }
+  LoadedToolkit() { loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit); }
 };
 
 }  // namespace fiar::test

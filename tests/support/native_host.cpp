@@ -9,10 +9,9 @@
 namespace fiar {
 namespace {
 
-std::filesystem::path nativePath(TextView path) {
-  Text native(path);
-  std::replace(native.begin(), native.end(), u'\\', u'/');
-  return native;
+std::filesystem::path nativePath(Text path) {
+  std::replace(path.begin(), path.end(), u'\\', u'/');
+  return path;
 }
 
 }  // namespace
@@ -28,11 +27,11 @@ void makeUpperByHost(std::span<char16_t> characters) {
 }
 
 OpenFile openToAppend(TextView path) {
-  return OpenFile(std::fopen(nativePath(path).c_str(), "ab"));
+  return OpenFile(std::fopen(nativePath(Text(path)).c_str(), "ab"));
 }
 
 OpenFile openToRead(TextView path) {
-  const std::filesystem::path native = nativePath(path);
+  const std::filesystem::path native = nativePath(Text(path));
   if (!std::filesystem::is_regular_file(native)) return nullptr;
   return OpenFile(std::fopen(native.c_str(), "rb"));
 }

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "support/loaded_toolkit.h"
-#include "support/temporary_folder.h"
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorFile.h"
 

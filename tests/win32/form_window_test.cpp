@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "support/allocation_count.h"
-#include "support/file_resources.h"
+#include "support/files.h"
 #include "win32/services/events.h"
 #include "win32/window/com.h"
 

@@ -11,7 +11,7 @@
 #include <set>
 #include <thread>
 
-#include "support/file_resources.h"
+#include "support/files.h"
 #include "win32/error.h"
 #include "win32/wide_text.h"
 #include "win32/window/com.h"

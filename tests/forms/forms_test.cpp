@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <tuple>
+#include <vector>
+
+#include "forms/form_layout.h"
+#include "forms/painter.h"
+#include "forms/picture_box.h"
+
+namespace fiar {
+namespace {
+
+constexpr std::uint32_t kCanary = 0xDEADBEEF;
+
+/// A bitmap whose rows are longer than the picture, with room around it that must stay as it is.
+struct Canvas {
+  static constexpr int kMargin = 3;
+  std::vector<std::uint32_t> pixels;
+  BitmapView view;
+
+  Canvas(int width, int height) : view{nullptr, width, height, width + 2 * kMargin} {
+    pixels.assign(static_cast<std::size_t>(view.stride) * static_cast<std::size_t>(height + 2 * kMargin),
+                  kCanary);
+    view.pixels = pixels.data();
+    view.pixels = view.row(kMargin) + kMargin;
+  }
+
+  /// Paints the picture, a pixel for a twip if nothing else is said.
+  void paint(const PictureBox& box, const PaintScale& scale = {.pixelsPerTwip = 1}) const {
+    fiar::paint(box.drawing(), box.BackColor, scale, view, {});
+  }
+  /// How much of a pixel has a colour: 0 for blue, 1 for green, 2 for red.
+  double part(int x, int y, int color) const { return (view.row(y)[x] >> (8 * color) & 0xFF) / 255.0; }
+};
+
+/// How much of a pixel lies less than `reach` from a place that is at a distance from the pixel's middle.
+double within(double reach, double distance) {
+  return std::clamp(reach - distance + 0.5, 0.0, 1.0);
+}
+
+TEST(Painter, CirclesHaveTheirAreaAndSoftEdges) {
+  for (const auto& [x, y, radius, width] : {std::array{50.0F, 50.0F, 19.92F, 2.0F},
+                                            {50.5F, 50.5F, 20, 3},
+                                            {51.1F, 50.7F, 2.3F, 1},
+                                            {50.2F, 50.9F, 1.1F, 4}}) {
+    for (const bool filled : {true, false}) {
+      PictureBox box;
+      box.BackColor = kGreen;
+      box.DrawWidth = static_cast<int>(width);
+      box.FillStyle = filled ? FillStyle::Solid : FillStyle::Transparent;
+      box.FillColor = 0xFF0000;
+      box.Circle(x, y, radius, 0x0000FF);
+      const Canvas canvas(100, 100);
+      canvas.paint(box);
+      SCOPED_TRACE(testing::Message() << radius << (filled ? " filled" : ""));
+      for (int i = 0; i < 100 * 100; ++i) {
+        const int column = i % 100;
+        const int row = i / 100;
+        const double distance = std::hypot(column + 0.5 - x, row + 0.5 - y);
+        const double disc = within(radius + width / 2, distance);
+        const double hole = radius > width / 2 ? within(radius - width / 2, distance) : 0;
+        ASSERT_NEAR(canvas.part(column, row, 2), disc - hole, 0.1);
+        ASSERT_NEAR(canvas.part(column, row, 0), filled ? hole : 0, 0.1);
+        ASSERT_NEAR(canvas.part(column, row, 1), filled ? 1 - disc : 1 - disc + hole, 0.1);
+      }
+    }
+  }
+}
+
+TEST(Painter, SlantedLinesHaveTheirLengthAndWidthAndRoundEnds) {
+  for (const auto& [x1, y1, x2, y2] :
+       {std::array{20.0F, 20.0F, 80.0F, 60.0F}, {80, 60, 20, 20}, {140, 21, 20, 22}, {50, 10, 51.5F, 90}}) {
+    PictureBox box;
+    box.BackColor = kBlack;
+    box.DrawWidth = 3;
+    box.Line(x1, y1, x2, y2, 0xFF);
+    const Canvas canvas(100, 100);
+    canvas.paint(box);
+    for (int i = 0; i < 100 * 100; ++i) {
+      const double dx = x2 - x1;
+      const double dy = y2 - y1;
+      const int column = i % 100;
+      const int row = i / 100;
+      const double x = column + 0.5 - x1;
+      const double y = row + 0.5 - y1;
+      const double travelled = std::clamp((x * dx + y * dy) / (dx * dx + dy * dy), 0.0, 1.0);
+      const double distance = std::hypot(x - travelled * dx, y - travelled * dy);
+      ASSERT_NEAR(canvas.part(column, row, 2), within(1.5, distance), 0.01) << x1 << ' ' << i;
+    }
+  }
+}
+
+TEST(Painter, StraightLinesAreAlikeAtEveryScaleAndSeenInFullAtTheEdges) {
+  // The pixels of a line's width of 1, the line's place, and which of twelve pixels a line of width 2 covers.
+  const std::tuple<double, float, std::string_view> cases[] = {
+      {1, 5, "....##......"},     {1, 5.4F, "....##......"},  {1, 5.5F, ".....##....."},
+      {1, 0, "##.........."},     {1, -0.4F, "##.........."}, {1, 12.4F, "..........##"},
+      {1, -0.6F, "............"}, {1.25, 7, "......###..."},  {3, 6, "...######..."},
+      {0.3, 6, "......#....."}};
+  for (const auto& [scale, at, expected] : cases) {
+    PictureBox box;
+    box.DrawWidth = 2;
+    box.Line(at, 6, at, 6, kBlack);
+    Canvas canvas(12, 12);
+    canvas.paint(box, {.pixelsPerTwip = 1, .pixelsPerDrawWidth = scale});
+    std::string seen;
+    for (int x = 0; x < 12; ++x) seen += canvas.view.row(6)[x] == 0 ? '#' : '.';
+    EXPECT_EQ(seen, expected) << scale << ' ' << at;
+  }
+}
+
+TEST(Painter, HandsTextsOverAtTheirPixels) {
+  PictureBox box;
+  box.Font.points = 10;
+  box.CurrentX = 40;
+  box.CurrentY = 41;
+  for (const TextView text : {u"five", u"", u"row"}) box.Print(text);
+  const DrawingList& drawing = box.drawing();
+  std::string seen;
+  const auto note = [&](const BitmapView&, const PixelRect&, TextView text, int x, int y, Color) {
+    seen += std::string(text.begin(), text.end()) + "@" + std::to_string(x) + "," + std::to_string(y) + " ";
+  };
+  const PaintScale scale{.pixelsPerTwip = 0.5};
+  paint(drawing, kWhite, scale, Canvas(60, 300).view, note);
+  // Each starts a line of 12 points, which are 240 twips, at the left edge.
+  EXPECT_EQ(seen, "five@20,21 @0,141 row@0,261 ");
+  // Other characters may stand in the same place.
+  DrawingList other = drawing;
+  other.characters[0] = u'F';
+  EXPECT_EQ(changedArea(drawing, other, scale, {60, 300}), (PixelRect{0, 0, 60, 300}));
+}
+
+/// A line, a circle or a text, anywhere or on the edges of a picture of 900 twips.
+DrawCommand randomCommand(std::mt19937& random) {
+  using Limits = std::numeric_limits<float>;
+  constexpr std::array kOdd{
+      0.0F, 0.0F, 900.0F, 900.0F, -1e9F, Limits::max(), Limits::infinity(), Limits::quiet_NaN()};
+  const auto below = [&](unsigned limit) { return static_cast<unsigned>(random() % limit); };
+  const auto place = [&] { return below(4) == 0 ? kOdd[below(8)] : static_cast<float>(below(1200)) - 150; };
+  DrawCommand command{.kind = static_cast<DrawCommand::Kind>(below(3)),
+                      .filled = below(2) == 0,
+                      .drawWidth = static_cast<std::uint16_t>(1 + below(4)),
+                      .color = below(kWhite),
+                      .fill = below(kWhite),
+                      .x1 = place(),
+                      .y1 = place(),
+                      .x2 = place(),
+                      .y2 = place(),
+                      .textLength = below(9)};
+  if (below(3) == 0) command.y2 = command.y1;
+  if (command.kind == DrawCommand::Kind::Circle) command.x2 = std::abs(command.x2) / 4;
+  return command;
+}
+
+TEST(Painter, APaintedAreaHasThePixelsOfAWholePaintingAndNothingBesideItIsTouched) {
+  std::mt19937 random(20261123);
+  const auto number = [&](int least, int most) { return std::uniform_int_distribution(least, most)(random); };
+  // What the pixels about the corner of a text become depends on what they were and on the text.
+  const auto drawBlot = [](const BitmapView& target, const PixelRect& area, TextView text, int x, int y,
+                           Color) {
+    for (int row = std::max(area.top, y - 3); row < std::min(area.top + area.height, y + 9); ++row) {
+      for (int column = std::max(area.left, x); column < std::min(area.left + area.width, x + 20); ++column) {
+        target.row(row)[column] = (target.row(row)[column] / 2 + text.size()) & 0x00FFFFFF;
+      }
+    }
+  };
+  for (int round = 0; round < 1000; ++round) {
+    SCOPED_TRACE(round);
+    // Commands that both drawings begin with, commands of each of them alone, and commands that both end
+    // with.
+    DrawingList before{{}, std::vector(9, u'x')};
+    DrawingList after = before;
+    for (const auto& drawings : {std::vector{&before, &after}, {&before}, {&after}, {&before, &after}}) {
+      for (int i = number(0, 4); i > 0; --i) {
+        const DrawCommand command = randomCommand(random);
+        for (DrawingList* const drawing : drawings) drawing->commands.push_back(command);
+      }
+    }
+    const PixelSize size{number(1, 100), number(1, 100)};
+    const PaintScale scale{.pixelsPerTwip = size.width / 900.0, .pixelsPerDrawWidth = number(1, 30) / 10.0};
+    Canvas whole(size.width, size.height);
+    paint(after, kWhite, scale, whole.view, drawBlot);
+    const auto untouched = std::count(whole.pixels.begin(), whole.pixels.end(), kCanary);
+    ASSERT_EQ(untouched, std::ssize(whole.pixels) - std::ptrdiff_t{size.width} * size.height);
+    Canvas shown(size.width, size.height);
+    paint(before, kWhite, scale, shown.view, drawBlot);
+    paint(after, kWhite, scale, shown.view, drawBlot, changedArea(before, after, scale, size));
+    ASSERT_EQ(shown.pixels, whole.pixels);
+
+    const PixelRect area{number(-9, size.width), number(-9, size.height), number(0, 99), number(0, 99)};
+    Canvas part(size.width, size.height);
+    paint(after, kWhite, scale, part.view, drawBlot, area);
+    Canvas expected(size.width, size.height);
+    for (int y = std::max(0, area.top); y < std::min(size.height, area.top + area.height); ++y) {
+      for (int x = std::max(0, area.left); x < std::min(size.width, area.left + area.width); ++x) {
+        expected.view.row(y)[x] = whole.view.row(y)[x];
+      }
+    }
+    ASSERT_EQ(part.pixels, expected.pixels);
+  }
+}
+
+TEST(FormLayout, DraggingKeepsTheProportions) {
+  Form form;
+  form.Width = 200;
+  form.Height = 100;
+  const std::tuple<PixelSize, DraggedEdges, double, PixelSize> cases[] = {
+      {{300, 999}, DraggedEdges::Side, 3, {300, 150}},
+      {{999, 120}, DraggedEdges::TopOrBottom, 3, {240, 120}},
+      {{300, 120}, DraggedEdges::Corner, 3, {300, 150}},
+      {{300, 170}, DraggedEdges::Corner, 3, {340, 170}},
+      {{10, 10}, DraggedEdges::Corner, 3, {100, 50}},
+      {{5000, 10}, DraggedEdges::Side, 3, {600, 300}},
+      {{300, 150}, DraggedEdges::Corner, 0.25, {100, 50}}};
+  for (const auto& [asked, edges, most, given] : cases) {
+    EXPECT_EQ(areaWhileDragging(form, asked, edges, 0.5, most), given)
+        << asked.width << " x " << asked.height;
+  }
+}
+
+TEST(FormLayout, KeysMoveThePointerFromCellToCellWithinThePicture) {
+  // Cells in a row, the place, the way from there, and the cell that it leads to. The last ones start off the
+  // picture or have odd cells: of no whole twips, larger than the picture.
+  const std::tuple<double, PicturePoint, KeyMove, double, double> cases[] = {
+      {15, {5000, 5000}, {1, 0}, 8, 7},   {15, {663, 664}, {0, 0}, 0, 1},   {15, {10, 10}, {-1, 0}, 0, 0},
+      {15, {9959, 9959}, {0, 1}, 14, 14}, {10, {-3000, 400}, {1, 0}, 1, 0}, {10, {700, 20000}, {0, 0}, 0, 9},
+      {7, {9959, 9959}, {1, 1}, 6, 6},    {0.5, {5000, 5000}, {1, 0}, 0, 0}};
+  for (const auto& [cells, from, move, column, row] : cases) {
+    PictureBox board;
+    board.Width = board.Height = 9960;
+    board.KeyStep = board.Width / cells;
+    const PicturePoint to = movedByKey(board, from, move);
+    EXPECT_FLOAT_EQ(to.x, static_cast<float>((column + 0.5) * board.KeyStep)) << from.x;
+    EXPECT_FLOAT_EQ(to.y, static_cast<float>((row + 0.5) * board.KeyStep)) << from.y;
+  }
+}
+
+}  // namespace
+}  // namespace fiar
