@@ -44,8 +44,7 @@ TEST_F(MainWindow, OpensWithAnEmptyBoardAndNoGame) {
   EXPECT_EQ(stones(kNobody), 15 * 15);
   EXPECT_EQ(window.Combo1.ListIndex(), 1);
   EXPECT_EQ(window.Timer1.Interval, 5);
-  EXPECT_EQ(window.tapSound.size(), 1192U);
-  EXPECT_EQ(window.errorSound.size(), 23272U);
+  EXPECT_LT(window.tapSound.size(), window.errorSound.size());
   // The diagnostics, which nobody sees.
   tick();
   const DrawingList& lines = window.debugPic.drawing();
@@ -75,10 +74,19 @@ TEST_F(MainWindow, TheComputerAnswersOnTheNextTickAndEachClickHasItsSound) {
   EXPECT_EQ(position(), (Position{kComputer, 1, 0}));
   tick();
   EXPECT_EQ(position(), (Position{kHuman, 1, 1}));
-  EXPECT_EQ(game.board(roundToEven(game.lastMove.x), roundToEven(game.lastMove.y)), kComputer);
+  EXPECT_EQ(game.lastMove, (CellPoint{6, 6}));
   // One evaluation for the refresh and one for the turn, without clearing the grids in between: the cell next
   // to the human's stone has twice its defence.
   EXPECT_EQ(game.defenceWeights(6, 6), 2 * (2 * 9 * 80));
+  // After the lines the stones, the ring of the computer's last one, and that of the pointer.
+  tick();
+  constexpr auto kCircle = DrawCommand::Kind::Circle;
+  const std::vector<DrawCommand> circles{{kCircle, true, 2, 0xC00000, 0xFF8080, 4316, 4316, 298.8F},
+                                         {kCircle, true, 2, 0x0000C0, 0x8080FF, 4980, 4980, 298.8F},
+                                         {kCircle, false, 2, kWhite, kBlack, 4316, 4316, 296.8F},
+                                         {kCircle, false, 2, 0x8080FF, kBlack, 4980, 4980, 298.8F}};
+  const std::vector<DrawCommand>& commands = window.boardPic.drawing().commands;
+  EXPECT_EQ(std::vector(commands.begin() + 32, commands.end()), circles);
   // A taken cell gives the error sound and nothing else.
   const double lastMoveTime = game.lastMoveTime;
   click(7, 7);
@@ -118,8 +126,7 @@ TEST_F(MainWindow, ThePointersCellIsTheOneUnderIt) {
     EXPECT_EQ(game.srX, cell) << position;
     EXPECT_EQ(game.srY, cell) << position;
   }
-  // Before any grid has been drawn there is no cell.
-  game.cellWidth = 0;
+  game.cellWidth = 0;  // as before any grid has been drawn
   window.boardPic.MouseMove(0, 0, 5000, 5000);
   EXPECT_EQ(game.srX, 0);
 }
@@ -183,8 +190,6 @@ TEST_F(MainWindow, ATickWithNothingChangedDrawsTheSameAndNeitherEvaluatesNorAllo
   tick();
   game.attackWeights(0, 0) = 5;
   const DrawingList before = window.boardPic.drawing();
-  // The ring of the pointer lies on top of all, also of the one of the last stone.
-  EXPECT_NE(before.commands.back().color, kWhite);
   const std::size_t allocations = test::allocationCount();
   tick();
   const PaintScale scale{.pixelsPerTwip = 2 * 664 / 9960.0, .pixelsPerDrawWidth = 2};

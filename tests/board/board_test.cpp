@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "board/description.h"
-#include "board/drawing.h"
 #include "board/victory.h"
 #include "support/game.h"
 
@@ -39,33 +38,6 @@ TEST(BoardDescription, SaysWhereTheRingIsAndWhatHasJustHappened) {
     board.lastMove = row.lastMove;
     if (row.winner != kNobody) board.score[row.winner == kHuman ? 0 : 1] = 1;
     EXPECT_EQ(description.update(board), row.text) << &row - rows;
-  }
-}
-
-TEST(Drawing, HasStonesTheWonLineTheRingOfTheLastMoveAndThePointers) {
-  Swatches human;
-  Swatches computer;
-  human[0].BackColor = 1;
-  human[1].BackColor = 2;
-  computer[0].BackColor = 3;
-  computer[1].BackColor = 4;
-  Board board = test::boardOf({"12"});
-  board.winMarks(1, 0) = kComputer;
-  board.srX = 9;
-  // In the order of the sides' codes: nobody, human, computer.
-  for (const Color pointer : {kBlack, Color{1}, Color{3}}) {
-    PictureBox boardPic;
-    drawBoard(board, {human, computer}, boardPic);
-    drawMousePlayer(board, {human, computer}, boardPic);
-    const auto circle = [](float x, float radius, Color rim, Color fill = kBlack) {
-      return DrawCommand{DrawCommand::Kind::Circle, fill != kBlack, 1, rim, fill, x, 498, radius};
-    };
-    std::vector expected{circle(498, 448.2F, 2, 1), circle(1494, 448.2F, 4, 3), circle(1494, 448.2F, 4, 4),
-                         circle(498, 446.2F, kWhite), circle(9462, 448.2F, pointer)};
-    if (board.lastMove == kNoCell) expected.erase(expected.begin() + 3);
-    EXPECT_EQ(boardPic.drawing().commands, expected) << pointer;
-    board.player += 1;
-    board.lastMove = kNoCell;
   }
 }
 

@@ -5,12 +5,8 @@
 #include <cmath>
 #include <cstdio>
 #include <deque>
-#include <functional>
 #include <map>
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/platform.h"
