@@ -56,10 +56,7 @@ TEST_F(Opponent, EvaluatesAsTheObviousWayDoesAlsoAfterAnyChangeOfTheStore) {
     if (i == 140) store.setVar(u"0001P0000", u"-70");
     if (i == 160) store.setVar(u"0010P0000", u"");
     if (i == 180) store.setVar(u"0100P0000", u"many");
-    board = test::randomBoard(i % 5 == 0   ? 15
-                              : i % 7 == 0 ? 30
-                                           : 10,
-                              random, 1 + static_cast<unsigned>(random() % 30));
+    board = test::randomBoard(i % 20 == 0 ? 30 : 10, random, 1 + static_cast<unsigned>(random() % 30));
     board.player = static_cast<double>(1 + random() % 2);
     Board obvious = board;
     // Also for sides that do not exist, and without clearing the grids between passes.
