@@ -320,12 +320,6 @@ class GameTest(unittest.TestCase):
             f"--load=module-native-protocol-unix auth-anonymous=1 auth-cookie-enabled=0 socket={socket}"]))
         wait_for(lambda: os.path.exists(socket))
 
-    def expect_playable(self, *command):
-        game = Game(self, *command)
-        game.start()
-        game.play((7, 7))
-        return game
-
     def copy_game(self, damaged=None):
         """Copies it to a folder of its own. The resource, given by its file, then holds nothing but zeros."""
         program = GAME.read_bytes()
@@ -460,7 +454,9 @@ class GameTest(unittest.TestCase):
         os.chdir(program.parent)
         # Wine makes TEMP and TMP anew for a program that no other Windows program has started.
         for command in [program], ["cmd", "/c", f"set TEMP=& set TMP=& {GAME.name}"]:
-            game = self.expect_playable(*command)
+            game = Game(self, *command)
+            game.start()
+            game.play((7, 7))
             send(game.window, "_NET_CLOSE_WINDOW")
             self.assertEqual(game.exit_code(), 0)
         self.assertEqual(list(program.parent.iterdir()), [program])
@@ -469,25 +465,19 @@ class GameTest(unittest.TestCase):
         pictures = "background.jpg", "background_small.jpg", "picture2.gif", "picture3.gif"
         for name in "pattern_table.dat", *pictures:
             with self.subTest(name):
-                program = Game(self, self.copy_game(name), board=False)
-                messages = set()
-
-                def has_ended():
-                    for number in program.windows():
-                        # The game's own window may have come before.
-                        window = DISPLAY.create_resource_object("window", number)
-                        if window.get_geometry().height < 300:
-                            messages.add(number)
-                            type_keys("Return")
-                    return program.has_ended()
-
-                wait_for(has_ended)
-                self.assertEqual((program.exit_code(), len(messages)), (1, 1))
+                game = Game(self, self.copy_game(name), board=False)
+                # The game's own window may come before, and goes with the program.
+                message = wait_for(lambda: [number for number in game.windows() if DISPLAY.create_resource_object(
+                    "window", number).get_geometry().height < 300])
+                type_keys("Return")
+                self.assertEqual((game.exit_code(), len(message)), (1, 1))
 
     def test_other_damage_is_no_hindrance(self):
         for name in "configuration.txt", "tap.wav", "error.wav":
             with self.subTest(name):
-                game = self.expect_playable(self.copy_game(name))
+                game = Game(self, self.copy_game(name))
+                game.start()
+                game.play((7, 7))
                 click()
                 game.play((0, 0))
 
