@@ -33,6 +33,7 @@ MOST_GROWTH = 50  # kB, in a tenth of the inputs
 
 DISPLAY = display.Display()
 ROOT = DISPLAY.screen().root
+ROOT.change_attributes(event_mask=X.SubstructureNotifyMask)
 # Never seen; the window manager's answers go to it.
 OWN_WINDOW = ROOT.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
 
@@ -291,6 +292,17 @@ class Game:
                  == [winner == "r", winner == "b"])
         return winner
 
+    def await_answer(self):
+        """Waits until the window has dealt with all messages that it has got."""
+        ping = DISPLAY.intern_atom("_NET_WM_PING")
+        send(self.window, "WM_PROTOCOLS", ping, X.CurrentTime, self.window.id, target=self.window, mask=0)
+        wait_for(self.has_answered)
+
+    def has_answered(self):
+        events = [DISPLAY.next_event() for _ in range(DISPLAY.pending_events())]
+        messages = [event.data[1] for event in events if isinstance(event, ClientMessage)]
+        return any(numbers[2] == self.window.id for numbers in messages)
+
 
 class KeyboardGame(Game):
     """The game by keyboard, which "Start" or the board has."""
@@ -465,12 +477,19 @@ class GameTest(unittest.TestCase):
         pictures = "background.jpg", "background_small.jpg", "picture2.gif", "picture3.gif"
         for name in "pattern_table.dat", *pictures:
             with self.subTest(name):
-                game = Game(self, self.copy_game(name), board=False)
-                # The game's own window may come before, and goes with the program.
-                message = wait_for(lambda: [number for number in game.windows() if DISPLAY.create_resource_object(
-                    "window", number).get_geometry().height < 300])
-                type_keys("Return")
-                self.assertEqual((game.exit_code(), len(message)), (1, 1))
+                game, messages = Game(self, self.copy_game(name), board=False), set()
+
+                def has_ended():
+                    for number in game.windows():
+                        # The game's own window may have come before.
+                        window = DISPLAY.create_resource_object("window", number)
+                        if window.get_geometry().height < 300:
+                            messages.add(number)
+                            type_keys("Return")
+                    return game.has_ended()
+
+                wait_for(has_ended)
+                self.assertEqual((game.exit_code(), len(messages)), (1, 1))
 
     def test_other_damage_is_no_hindrance(self):
         for name in "configuration.txt", "tap.wav", "error.wav":
@@ -493,13 +512,14 @@ class GameTest(unittest.TestCase):
         with self.subTest(inputs=INPUTS, seed=SEED):
             for done in range(1, INPUTS + 1):
                 self.use(game, choice)
+                game.await_answer()
                 if done % max(1, INPUTS // 10) == 0:
                     # One and the same state: a new game, even if the size is the same.
                     type_keys("Escape")
-                    send(game.window, "_NET_ACTIVE_WINDOW", 2)
                     game.maximise(False)
                     game.window.configure(width=area[2], height=area[3])
                     wait_for(lambda: game.client_area()[2:] == area[2:])
+                    game.await_answer()
                     for size in 10, 15:
                         game.choose_size(size)
                     game.point_at((7, 7))

@@ -49,6 +49,7 @@ TEST_F(MainWindow, OpensWithAnEmptyBoardAndNoGame) {
   tick();
   const DrawingList& lines = window.debugPic.drawing();
   EXPECT_EQ(TextView(lines.characters.data(), lines.characters.size()), u"srX = 4srY = 11player = 0");
+  EXPECT_EQ(lines.commands[0].y1, 0);
   machine.resources.replaced[102] = std::nullopt;
   EXPECT_THROW(load(), PatternTableError);
 }
