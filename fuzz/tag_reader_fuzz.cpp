@@ -93,7 +93,7 @@ private:
       if (g <= pos + size(name) + 1 || part(text, g - 1, 1) != u"/") continue;
       const Text inner = clsZantorXml::getBetween(part(text, pos, g - pos + 1), u"<", u"/>", false, false);
       const Text element = Text(u"<").append(trimSpaces(inner)).append(u"></").append(name).append(u">");
-      text = replaced(text, u"<" + inner + u"/>", element);
+      text = replaced(text, Text(u"<").append(inner).append(u"/>"), element);
     }
   }
 

@@ -1,6 +1,7 @@
 #include "app/mainFrm.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "board/victory.h"
 #include "opponent/move_choice.h"
@@ -115,14 +116,36 @@ void mainFrm::Check1_Click() {
 
 void mainFrm::Timer1_Timer() {
   printDiagnostics();
-  boardPic.Cls();
-  drawGrid();
-  drawBoard();
-  drawMousePlayer();
+  if (!boardIsDrawn()) redrawBoard();
   if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();
   if (game.player == kNobody && !Command1.Visible) Command1.Visible = true;
   if (game.player == kComputer) playComputersTurn();
   describeBoard();
+}
+
+bool mainFrm::boardIsDrawn() const {
+  const auto drawnParts = [](const Board& board) {
+    return std::tie(board.board, board.winMarks, board.lastMove, board.srX, board.srY, board.player,
+                    board.boardCols, board.boardRows, board.cellWidth, board.cellHeight);
+  };
+  return boardPic.revision() == drawnRevision_ && boardPic.DrawWidth == drawnWidth_ &&
+         swatchColors() == drawnColors_ && drawnParts(game) == drawnParts(drawn_);
+}
+
+void mainFrm::redrawBoard() {
+  boardPic.Cls();
+  drawGrid();
+  drawBoard();
+  drawMousePlayer();
+  drawn_ = game;
+  drawnColors_ = swatchColors();
+  drawnWidth_ = boardPic.DrawWidth;
+  drawnRevision_ = boardPic.revision();
+}
+
+std::array<Color, 4> mainFrm::swatchColors() const {
+  return {redColorPic[0].BackColor, redColorPic[1].BackColor, blueColorPic[0].BackColor,
+          blueColorPic[1].BackColor};
 }
 
 void mainFrm::printDiagnostics() {

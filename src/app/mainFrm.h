@@ -85,6 +85,10 @@ private:
   void boardPic_MouseUp(int button, int shift);
 
   void printDiagnostics();
+  /// Whether the board's picture shows all that is drawn on it as it is now; most ticks find nothing to do.
+  bool boardIsDrawn() const;
+  void redrawBoard();
+  std::array<Color, 4> swatchColors() const;
   void describeBoard();
   void refreshEvaluation();
   void evaluateBothSides();
@@ -95,6 +99,12 @@ private:
   const Platform& platform_;
   PatternWeights patternWeights_;
   BoardDescription description_;
+
+  // What the board's picture was last drawn from.
+  Board drawn_;
+  std::array<Color, 4> drawnColors_{};
+  int drawnWidth_ = 0;
+  std::uint64_t drawnRevision_ = 0;
 };
 
 }  // namespace fiar

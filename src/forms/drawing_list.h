@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -26,11 +24,7 @@ struct DrawCommand {
   std::uint32_t textStart = 0;  ///< Print only: its characters in DrawingList::characters
   std::uint32_t textLength = 0;
 
-  /// Bit for bit, which is quick: every tick compares a thousand.
-  bool operator==(const DrawCommand& other) const {
-    using Words = std::array<std::uint32_t, 9>;
-    return std::bit_cast<Words>(*this) == std::bit_cast<Words>(other);
-  }
+  bool operator==(const DrawCommand&) const = default;
 };
 
 /// What has been drawn on a picture box since it was last cleared, in order.

@@ -27,12 +27,14 @@ float movedAlong(double length, double step, float from, int cells) {
 }  // namespace
 
 void PictureBox::Cls() {
+  ++revision_;
   drawing_.clear();
   CurrentX = 0;
   CurrentY = 0;
 }
 
 void PictureBox::Line(float x1, float y1, float x2, float y2, Color color) {
+  ++revision_;
   drawing_.commands.push_back({.kind = DrawCommand::Kind::Line,
                                .drawWidth = lineWidth(DrawWidth),
                                .color = color,
@@ -45,6 +47,7 @@ void PictureBox::Line(float x1, float y1, float x2, float y2, Color color) {
 void PictureBox::Circle(float x, float y, float radius, Color color) {
   if (!(radius > 0)) return;
   const bool filled = FillStyle == fiar::FillStyle::Solid;
+  ++revision_;
   drawing_.commands.push_back({.kind = DrawCommand::Kind::Circle,
                                .filled = filled,
                                .drawWidth = lineWidth(DrawWidth),
@@ -56,6 +59,7 @@ void PictureBox::Circle(float x, float y, float radius, Color color) {
 }
 
 void PictureBox::Print(TextView text) {
+  ++revision_;
   drawing_.commands.push_back({.kind = DrawCommand::Kind::Print,
                                .color = ForeColor,
                                .x1 = CurrentX,

@@ -41,9 +41,12 @@ public:
 
   /// What has been drawn since the last Cls.
   const DrawingList& drawing() const { return drawing_; }
+  /// Changes with every drawing operation: as long as it stays the same, so does the drawing.
+  std::uint64_t revision() const { return revision_; }
 
 private:
   DrawingList drawing_;
+  std::uint64_t revision_ = 0;
 };
 
 /// A position in a picture box, in twips.

@@ -101,6 +101,7 @@ PixelRect PictureBoxWindow::staleArea() const {
   if (stale_ || !(box_.Picture == shownPicture_)) return whole;
   if (!box_.Picture.resource.empty()) return {};
   if (box_.BackColor != shownBackColor_) return whole;
+  if (box_.revision() == shownRevision_) return {};
   return changedArea(shownDrawing_, box_.drawing(), scale_, buffer_.size());
 }
 
@@ -113,6 +114,7 @@ void PictureBoxWindow::render(const PixelRect& area) {
   focusShown_ = focusShows(window());
   if (focusShown_) drawFocusFrame();
   shownDrawing_ = box_.drawing();
+  shownRevision_ = box_.revision();
   shownPicture_ = box_.Picture;
   shownBackColor_ = box_.BackColor;
   stale_ = false;

@@ -51,6 +51,7 @@ private:
 
   // What the buffer shows.
   DrawingList shownDrawing_;
+  std::uint64_t shownRevision_ = 0;
   Text shownName_;
   PictureRef shownPicture_;
   Color shownBackColor_ = kBlack;
