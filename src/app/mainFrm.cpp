@@ -1,8 +1,5 @@
 #include "app/mainFrm.h"
 
-#include <algorithm>
-#include <tuple>
-
 #include "board/victory.h"
 #include "opponent/move_choice.h"
 #include "opponent/pattern_table.h"
@@ -115,21 +112,25 @@ void mainFrm::Check1_Click() {
 }
 
 void mainFrm::Timer1_Timer() {
-  printDiagnostics();
-  if (!boardIsDrawn()) redrawBoard();
+  if (sources() != shown_) {
+    printDiagnostics();
+    redrawBoard();
+    describeBoard();
+    shown_ = sources();
+  }
   if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();
   if (game.player == kNobody && !Command1.Visible) Command1.Visible = true;
   if (game.player == kComputer) playComputersTurn();
-  describeBoard();
 }
 
-bool mainFrm::boardIsDrawn() const {
-  const auto drawnParts = [](const Board& board) {
-    return std::tie(board.board, board.winMarks, board.lastMove, board.srX, board.srY, board.player,
-                    board.boardCols, board.boardRows, board.cellWidth, board.cellHeight);
-  };
-  return boardPic.revision() == drawnRevision_ && boardPic.DrawWidth == drawnWidth_ &&
-         swatchColors() == drawnColors_ && drawnParts(game) == drawnParts(drawn_);
+mainFrm::Sources mainFrm::sources() const {
+  return {.revisions = {game.board.revision(), game.winMarks.revision(), boardPic.revision(),
+                        debugPic.revision()},
+          .numbers = {game.srX, game.srY, game.player, game.boardCols, game.boardRows, game.cellWidth,
+                      game.cellHeight, game.lastMove.x, game.lastMove.y},
+          .swatches = {redColorPic[0].BackColor, redColorPic[1].BackColor, blueColorPic[0].BackColor,
+                       blueColorPic[1].BackColor},
+          .drawWidth = boardPic.DrawWidth};
 }
 
 void mainFrm::redrawBoard() {
@@ -137,26 +138,12 @@ void mainFrm::redrawBoard() {
   drawGrid();
   drawBoard();
   drawMousePlayer();
-  drawn_ = game;
-  drawnColors_ = swatchColors();
-  drawnWidth_ = boardPic.DrawWidth;
-  drawnRevision_ = boardPic.revision();
-}
-
-std::array<Color, 4> mainFrm::swatchColors() const {
-  return {redColorPic[0].BackColor, redColorPic[1].BackColor, blueColorPic[0].BackColor,
-          blueColorPic[1].BackColor};
 }
 
 void mainFrm::printDiagnostics() {
   debugPic.Cls();
   const auto print = [this](TextView name, double value) {
-    // On the stack, so that a tick allocates nothing.
-    std::array<char16_t, 2 * RegionalFormat::kMaxNumberLength> line{};
-    std::array<char16_t, RegionalFormat::kMaxNumberLength> number{};
-    const TextView text = platform_.regional.numberText(value, number);
-    const auto end = std::copy(text.begin(), text.end(), std::copy(name.begin(), name.end(), line.begin()));
-    debugPic.Print({line.begin(), end});
+    debugPic.Print(Text(name) + platform_.regional.numberText(value));
   };
   print(u"srX = ", game.srX);
   print(u"srY = ", game.srY);
@@ -164,11 +151,10 @@ void mainFrm::printDiagnostics() {
 }
 
 void mainFrm::describeBoard() {
-  const Text& description = description_.update(game);
-  if (boardPic.AccessibleName != description) boardPic.AccessibleName = description;
+  boardPic.AccessibleName = description_.update(game);
   // "Start" takes the focus when a game has ended, so it is what a screen reader says then.
   const TextView result = description_.result();
-  if (!Command1.AccessibleName.starts_with(result)) Command1.AccessibleName = Text(result) + u". Start";
+  if (!result.empty()) Command1.AccessibleName = Text(result) + u". Start";
 }
 
 void mainFrm::refreshEvaluation() {

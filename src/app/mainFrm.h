@@ -84,11 +84,18 @@ private:
   void boardPic_MouseMove(float X, float Y);
   void boardPic_MouseUp(int button, int shift);
 
+  /// What a tick draws, prints and describes. As long as it stays the same, so do pictures and words.
+  struct Sources {
+    std::array<std::uint64_t, 4> revisions{};  ///< of grids and pictures
+    std::array<double, 9> numbers{};           ///< of the Board
+    std::array<Color, 4> swatches{};
+    int drawWidth = 0;
+
+    bool operator==(const Sources&) const = default;
+  };
+  Sources sources() const;
   void printDiagnostics();
-  /// Whether the board's picture shows all that is drawn on it as it is now; most ticks find nothing to do.
-  bool boardIsDrawn() const;
   void redrawBoard();
-  std::array<Color, 4> swatchColors() const;
   void describeBoard();
   void refreshEvaluation();
   void evaluateBothSides();
@@ -99,12 +106,7 @@ private:
   const Platform& platform_;
   PatternWeights patternWeights_;
   BoardDescription description_;
-
-  // What the board's picture was last drawn from.
-  Board drawn_;
-  std::array<Color, 4> drawnColors_{};
-  int drawnWidth_ = 0;
-  std::uint64_t drawnRevision_ = 0;
+  Sources shown_;
 };
 
 }  // namespace fiar

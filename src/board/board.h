@@ -30,10 +30,18 @@ public:
   }
 
   /// A cell; the caller keeps to contains().
-  double& operator()(int column, int row) { return cells_[index(column, row)]; }
+  double& operator()(int column, int row) {
+    ++revision_;
+    return cells_[index(column, row)];
+  }
   double operator()(int column, int row) const { return cells_[index(column, row)]; }
+  /// The cells of a column, one for each row.
+  double* cellsOf(int column) { return &(*this)(column, 0); }
 
-  bool operator==(const Grid&) const = default;
+  /// Changes whenever a cell may have been written to, so that as long as it stays the same, so do the cells.
+  std::uint64_t revision() const { return revision_; }
+
+  bool operator==(const Grid& other) const { return rows_ == other.rows_ && cells_ == other.cells_; }
 
 private:
   std::size_t index(int column, int row) const {
@@ -43,6 +51,7 @@ private:
   int columns_ = 0;
   int rows_ = 0;
   std::vector<double> cells_;
+  std::uint64_t revision_ = 0;
 };
 
 /// A cell by column and row. -1 in either field stands for no cell.

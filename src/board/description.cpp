@@ -1,7 +1,5 @@
 #include "board/description.h"
 
-#include <array>
-
 namespace fiar {
 namespace {
 
@@ -21,26 +19,22 @@ TextView nameOf(double stone) {
 
 }  // namespace
 
-const Text& BoardDescription::update(const Board& board) {
+Text BoardDescription::update(const Board& board) {
   const CellPoint ring{board.srX, board.srY};
-  const double stone = stoneIn(board, ring);
   const News news = newsOf(board);
-  if (!text_.empty() && ring == ring_ && stone == stone_ && news == news_) return text_;
   newsAreFresh_ = news != news_ || (newsAreFresh_ && ring == ring_);
   news_ = news;
   score_ = board.score;
-  stone_ = stone;
   ring_ = ring;
 
-  if (newsAreFresh_ && news.winner != kNobody) return text_ = result();
-  text_.clear();
+  if (newsAreFresh_ && news.winner != kNobody) return Text(result());
+  Text text;
   if (newsAreFresh_ && news.computersMove != kNoCell) {
-    addCell(u"Blue to column ", news.computersMove);
-    text_ += u". ";
+    text = u"Blue to column " + placeOf(news.computersMove) + u". ";
   }
-  if (stone == kOutside) return text_ += u"Outside the board";
-  addCell(u"Column ", ring);
-  return text_.append(u", ").append(nameOf(stone));
+  const double stone = stoneIn(board, ring);
+  if (stone == kOutside) return text + u"Outside the board";
+  return (text + u"Column " + placeOf(ring) + u", ").append(nameOf(stone));
 }
 
 TextView BoardDescription::result() const {
@@ -59,10 +53,8 @@ BoardDescription::News BoardDescription::newsOf(const Board& board) const {
   return {.computersMove = moved ? board.lastMove : kNoCell};
 }
 
-void BoardDescription::addCell(TextView column, CellPoint cell) {
-  std::array<char16_t, RegionalFormat::kMaxNumberLength> number{};
-  text_.append(column).append(regional_.numberText(cell.x + 1, number));
-  text_.append(u", row ").append(regional_.numberText(cell.y + 1, number));
+Text BoardDescription::placeOf(CellPoint cell) const {
+  return regional_.numberText(cell.x + 1) + u", row " + regional_.numberText(cell.y + 1);
 }
 
 }  // namespace fiar

@@ -15,8 +15,8 @@ public:
   /// Describes the position: "Column 8, row 7, empty" (or "red", "blue"; columns and rows count from 1 at the
   /// top left), or "Outside the board". As long as the ring stays where it is, "Blue to column 7, row 6."
   /// comes first after the computer's move, and at the end of a game "You won" or "The computer won" stands
-  /// alone. The result is valid until the next call. Allocates only where it is longer than ever before.
-  const Text& update(const Board& board);
+  /// alone.
+  Text update(const Board& board);
   /// "You won" or "The computer won" if a game had ended at the last update; empty if none had.
   TextView result() const;
 
@@ -29,16 +29,14 @@ private:
   };
 
   News newsOf(const Board& board) const;
-  void addCell(TextView column, CellPoint cell);
+  Text placeOf(CellPoint cell) const;
 
   const RegionalFormat& regional_;
   // What the last update found.
   CellPoint ring_;
-  double stone_ = kNobody;  ///< under the ring
   std::array<double, 2> score_{};
   News news_;
   bool newsAreFresh_ = false;  ///< the ring has not moved since
-  Text text_;
 };
 
 }  // namespace fiar

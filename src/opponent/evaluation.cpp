@@ -141,15 +141,18 @@ void CalcUtezi2(double side, Board& board, PatternWeights& weights) {
   const bool attacking = side == board.player;
   const LineScores& lineScores = attacking ? weights.attack() : weights.defence();
   Grid& sums = attacking ? board.attackWeights : board.defenceWeights;
-  for (int column = 0; column < board.board.columns(); ++column) {
-    for (int row = 0; row < board.board.rows(); ++row) {
-      if (board.board(column, row) != kNobody) continue;
+  const Grid& stones = board.board;
+  for (int column = 0; column < stones.columns(); ++column) {
+    double* const columnSums = sums.cellsOf(column);
+    double* const attackSums = board.attackWeights.cellsOf(column);
+    for (int row = 0; row < stones.rows(); ++row) {
+      if (stones(column, row) != kNobody) continue;
       CellScores scores = scoresOf(own.windows(column, row), lineScores);
       if (!knownSide) dropLines(scores, foreign.windows(column, row));
       if (attacking) {
-        addAttack(scores, sums(column, row));
+        addAttack(scores, columnSums[row]);
       } else {
-        addDefence(scores, board.attackWeights(column, row), sums(column, row));
+        addDefence(scores, attackSums[row], columnSums[row]);
       }
     }
   }

@@ -11,6 +11,8 @@ namespace fiar {
 namespace {
 
 constexpr int kSignificantDigits = 15;
+// More than a number of so many digits takes, with sign and exponent.
+constexpr std::size_t kMaxNumberLength = 32;
 
 // The character of the portable form that stands for one of the regional form; NUL when none does.
 char portable(char16_t character, char16_t separator) {
@@ -29,21 +31,16 @@ double withoutEmptySign(double value) {
 }  // namespace
 
 Text RegionalFormat::numberText(double value) const {
-  std::array<char16_t, kMaxNumberLength> buffer{};
-  return Text(numberText(value, buffer));
-}
-
-TextView RegionalFormat::numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const {
   std::array<char, kMaxNumberLength> digits{};
   const double shown = withoutEmptySign(value);
   const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), shown,
                                      std::chars_format::general, kSignificantDigits);
-  const char16_t separator = decimalSeparator();
-  char16_t* const end = std::transform(digits.data(), written.ptr, buffer.data(), [separator](char digit) {
-    if (digit == '.') return separator;
-    return digit == 'e' ? u'E' : static_cast<char16_t>(digit);
-  });
-  return {buffer.data(), end};
+  Text text(digits.data(), written.ptr);
+  for (char16_t& digit : text) {
+    if (digit == u'.') digit = decimalSeparator();
+    if (digit == u'e') digit = u'E';
+  }
+  return text;
 }
 
 std::optional<double> RegionalFormat::number(TextView text) const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 
 #include "platform/text.h"
 
@@ -12,9 +11,6 @@ struct DateTime;
 /// How numbers and dates are written on this machine: the user's regional format.
 class RegionalFormat {
 public:
-  /// The most characters that a number takes.
-  static constexpr std::size_t kMaxNumberLength = 32;
-
   virtual ~RegionalFormat() = default;
 
   /// The character between the whole part and the decimals, for instance '.' or ','.
@@ -26,8 +22,6 @@ public:
   /// point, no grouping, and a sign only when negative. What is no finite number gives "inf", "-inf" or
   /// "nan".
   Text numberText(double value) const;
-  /// The same, written into `buffer` without allocating; returns the part of it that was used.
-  TextView numberText(double value, std::span<char16_t, kMaxNumberLength> buffer) const;
   /// The number that a text stands for: spaces around it are skipped and the text ends at its first NUL.
   /// Absent when anything else stands in it (grouping included), there is no digit, or a double cannot hold
   /// it.

@@ -139,10 +139,10 @@ TEST_F(MainWindow, AHumanLineIsFoundAfterTheComputersAnswer) {
   tick();
   EXPECT_EQ(position(), (Position{kNobody, 5, 1}));
   EXPECT_FALSE(window.Command1.Visible);
-  EXPECT_EQ(window.boardPic.AccessibleName, u"You won");
-  EXPECT_EQ(window.Command1.AccessibleName, u"You won. Start");
   const CellPoint lastMove = game.lastMove;
   tick();
+  EXPECT_EQ(window.boardPic.AccessibleName, u"You won");
+  EXPECT_EQ(window.Command1.AccessibleName, u"You won. Start");
   EXPECT_TRUE(window.Command1.Visible);
   start();
   EXPECT_EQ(stones(kNobody), 225);
