@@ -2,13 +2,14 @@
 
     tools/virtual-display tools/under-wine /usr/bin/python3 bench/measure_windows.py window_bench.exe
 
-Start: from the command to the window on the screen, alternately, the Wine server up. At rest: the process's own CPU
-time over 20 s, twice for each window, and its memory after that. An answer: from the release of the mouse button to the
-pixels of the computer's stone.
+Start: from the command to the window on the screen, alternately, the Wine server up. At rest: the processes' own CPU
+time over 40 s, side by side, and their memory after that. An answer: from the release of the mouse button to the
+painting of the computer's stone.
 """
 
-import os
+import contextlib
 import pathlib
+import re
 import statistics
 import sys
 import time
@@ -17,10 +18,10 @@ import unittest
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
 sys.path.append(str(SOURCES / "tests"))
 import game_test  # noqa: E402
+from Xlib.ext import damage  # noqa: E402
 
 STARTS = 15
-SECONDS_AT_REST = 20
-ROUNDS_AT_REST = 2
+SECONDS_AT_REST = 40
 ANSWERS = 100
 
 START_BUDGET = 1.4  # times the bare window's
@@ -45,21 +46,14 @@ class Program:
     def __exit__(self, *_):
         self.test.doCleanups()
 
-    def file(self, name):
-        return pathlib.Path(f"/proc/{self.game.process.pid}/{name}").read_text()
-
     def cpu_seconds(self):
-        fields = self.file("stat").rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+        threads = pathlib.Path(f"/proc/{self.game.process.pid}/task").glob("*/schedstat")
+        return sum(int(thread.read_text().split()[0]) for thread in threads) / 1e9
 
-    def at_rest(self):
-        """The share of a core in percent, and the memory in MB."""
-        time.sleep(3)
-        begin, cpu = time.monotonic(), self.cpu_seconds()
-        time.sleep(SECONDS_AT_REST)
-        share = 100 * (self.cpu_seconds() - cpu) / (time.monotonic() - begin)
-        memory = dict(line.split(":", 1) for line in self.file("smaps_rollup").splitlines()[1:])
-        return share, int(memory["Pss"].split()[0]) / 1024
+    def memory(self):
+        """In MB."""
+        rollup = pathlib.Path(f"/proc/{self.game.process.pid}/smaps_rollup").read_text()
+        return int(re.search(r"^Pss:\s+(\d+)", rollup, re.MULTILINE)[1]) / 1024
 
 
 def start_times(*programs):
@@ -72,12 +66,16 @@ def start_times(*programs):
     return [statistics.median(found) for found in times]
 
 
-def at_rest(*command):
-    runs = []
-    for _ in range(ROUNDS_AT_REST):
-        with Program(*command) as program:
-            runs.append(program.at_rest())
-    return [statistics.mean(figures) for figures in zip(*runs)]
+def at_rest(*commands):
+    """Each one's share of a core in percent, and its memory."""
+    with contextlib.ExitStack() as stack:
+        programs = [stack.enter_context(Program(*command)) for command in commands]
+        time.sleep(3)
+        begin, before = time.monotonic(), [program.cpu_seconds() for program in programs]
+        time.sleep(SECONDS_AT_REST)
+        after, seconds = [program.cpu_seconds() for program in programs], time.monotonic() - begin
+        shares = [100 * (end - start) / seconds for start, end in zip(before, after)]
+        return [(share, program.memory()) for share, program in zip(shares, programs)]
 
 
 def blue_stones(game):
@@ -92,6 +90,8 @@ def answer_times():
     """In milliseconds. The player takes good cells, so that games are long."""
     test = unittest.TestCase()
     game = game_test.Game(test)
+    game_test.DISPLAY.damage_query_version()
+    game.window.damage_create(damage.DamageReportRawRectangles)
     times = []
     while len(times) < ANSWERS:
         if game.start_is_shown():
@@ -101,14 +101,15 @@ def answer_times():
         game.point_at(max(empty, key=lambda cell: game_test.value(position, cell)))
         stones = blue_stones(game)
         game_test.press(1)
-        begin = time.monotonic()
+        while game_test.DISPLAY.pending_events():
+            game_test.DISPLAY.next_event()
+        begin = 1000 * time.monotonic()
         game_test.release(1)
-        while blue_stones(game) == stones and time.monotonic() < begin + 1:
-            pass
-        end = time.monotonic()
+        while blue_stones(game) == stones or game_test.DISPLAY.pending_events():
+            painted = game_test.DISPLAY.next_event()
         # A stone that wins is not answered.
         if "R" not in game.position().values():
-            times.append(1000 * (end - begin))
+            times.append((painted.timestamp - begin) % 2**32)  # both clocks are the system's monotonic one
     test.doCleanups()
     return sorted(times)
 
@@ -123,8 +124,7 @@ def main():
     with Program(bench, "bare"):  # keeps the Wine server up
         bare_start, start = start_times((bench, "bare"), (str(game_test.GAME),))
         answers = answer_times()
-    bare_cpu, bare_memory = at_rest(bench, "bare")
-    cpu, memory = at_rest(bench, "full")
+    (bare_cpu, bare_memory), (cpu, memory) = at_rest((bench, "bare"), (bench, "full"))
     size = game_test.GAME.stat().st_size / 1e6
 
     print("| what | bare window | the game | budget | of the budget |")
