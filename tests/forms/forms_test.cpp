@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <tuple>
 #include <vector>
@@ -17,51 +16,38 @@ namespace {
 
 constexpr std::uint32_t kCanary = 0xDEADBEEF;
 
-/// A bitmap whose rows are longer than the picture; what is beside it must stay as it is.
+/// A bitmap with a picture of up to 100 x 100 pixels in its corner; what is beside it must stay as it is.
 struct Canvas {
-  std::vector<std::uint32_t> pixels;
-  BitmapView view;
+  std::vector<std::uint32_t> pixels = std::vector(std::size_t{103} * 103, kCanary);
 
-  Canvas(int width, int height)
-      : pixels(static_cast<std::size_t>(width + 3) * static_cast<std::size_t>(height), kCanary),
-        view{pixels.data(), width, height, width + 3} {}
-
-  /// Paints the picture, a pixel for a twip if nothing else is said.
-  void paint(const PictureBox& box, const PaintScale& scale = {.pixelsPerTwip = 1}) const {
-    fiar::paint(box.drawing(), box.BackColor, scale, view, {});
-  }
-  /// How much of a pixel has a colour: 0 for blue, 1 for green, 2 for red.
-  double part(int x, int y, int color) const { return (view.row(y)[x] >> (8 * color) & 0xFF) / 255.0; }
+  BitmapView view(PixelSize size) { return {pixels.data(), size.width, size.height, 103}; }
 };
-
-/// How much of a pixel lies less than `reach` from a place that is at a distance from the pixel's middle.
-double within(double reach, double distance) {
-  return std::clamp(reach - distance + 0.5, 0.0, 1.0);
-}
 
 TEST(Painter, CirclesHaveTheirAreaAndSoftEdges) {
   const std::array<float, 4> circles[] = {
       {50, 50, 19.92F, 2}, {50.5F, 50.5F, 20, 3}, {51.1F, 50.7F, 2.3F, 1}, {50.2F, 50.9F, 1.1F, 4}};
   for (const auto& [x, y, radius, width] : circles) {
     for (const bool filled : {true, false}) {
+      SCOPED_TRACE(testing::Message() << radius << (filled ? " filled" : ""));
       PictureBox box;
-      box.BackColor = kGreen;
       box.DrawWidth = static_cast<int>(width);
       box.FillStyle = filled ? FillStyle::Solid : FillStyle::Transparent;
       box.FillColor = 0xFF0000;
       box.Circle(x, y, radius, 0x0000FF);
-      const Canvas canvas(100, 100);
-      canvas.paint(box);
-      SCOPED_TRACE(testing::Message() << radius << (filled ? " filled" : ""));
+      Canvas canvas;
+      paint(box.drawing(), kGreen, {.pixelsPerTwip = 1}, canvas.view({100, 100}), {});
       for (int i = 0; i < 100 * 100; ++i) {
         const int column = i % 100;
         const int row = i / 100;
+        // How much of the pixel lies in a disc.
         const double distance = std::hypot(column + 0.5 - x, row + 0.5 - y);
-        const double disc = within(radius + width / 2, distance);
-        const double hole = radius > width / 2 ? within(radius - width / 2, distance) : 0;
-        ASSERT_NEAR(canvas.part(column, row, 2), disc - hole, 0.1);
-        ASSERT_NEAR(canvas.part(column, row, 0), filled ? hole : 0, 0.1);
-        ASSERT_NEAR(canvas.part(column, row, 1), filled ? 1 - disc : 1 - disc + hole, 0.1);
+        const auto within = [&](double reach) { return std::clamp(reach - distance + 0.5, 0.0, 1.0); };
+        const double disc = within(radius + width / 2);
+        const double hole = radius > width / 2 ? within(radius - width / 2) : 0;
+        const std::uint32_t pixel = canvas.view({100, 100}).row(row)[column];
+        ASSERT_NEAR(pixel >> 16 & 0xFF, 255 * (disc - hole), 25) << "red, the rim";
+        ASSERT_NEAR(pixel & 0xFF, filled ? 255 * hole : 0, 25) << "blue, the filling";
+        ASSERT_NEAR(pixel >> 8 & 0xFF, 255 * (filled ? 1 - disc : 1 - disc + hole), 25) << "green, the rest";
       }
     }
   }
@@ -78,31 +64,27 @@ TEST(Painter, StraightLinesAreAlikeAtEveryScaleAndSeenInFullAtTheEdges) {
     PictureBox box;
     box.DrawWidth = 2;
     box.Line(at, 6, at, 6, kBlack);
-    Canvas canvas(12, 12);
-    canvas.paint(box, {.pixelsPerTwip = 1, .pixelsPerDrawWidth = scale});
+    Canvas canvas;
+    paint(box.drawing(), kWhite, {1, scale}, canvas.view({12, 12}), {});
     std::string seen;
-    for (int x = 0; x < 12; ++x) seen += canvas.view.row(6)[x] == 0 ? '#' : '.';
+    for (int x = 0; x < 12; ++x) seen += canvas.view({12, 12}).row(6)[x] == 0 ? '#' : '.';
     EXPECT_EQ(seen, expected) << scale << ' ' << at;
   }
 }
 
 /// A line, a circle or a text, anywhere or on the edges of a picture of 900 twips.
 DrawCommand randomCommand(std::mt19937& random) {
-  using Limits = std::numeric_limits<float>;
-  constexpr std::array kOdd{
-      0.0F, 0.0F, 900.0F, 900.0F, -1e9F, Limits::max(), Limits::infinity(), Limits::quiet_NaN()};
+  constexpr std::array kOdd{0.0F, 0.0F, 900.0F, 900.0F, -1e9F, 1e38F, INFINITY, NAN};
   const auto below = [&](unsigned limit) { return static_cast<unsigned>(random() % limit); };
-  const auto place = [&] { return below(4) == 0 ? kOdd[below(8)] : static_cast<float>(below(1200)) - 150; };
   DrawCommand command{.kind = static_cast<DrawCommand::Kind>(below(3)),
                       .filled = below(2) == 0,
                       .drawWidth = static_cast<std::uint16_t>(1 + below(4)),
                       .color = below(kWhite),
                       .fill = below(kWhite),
-                      .x1 = place(),
-                      .y1 = place(),
-                      .x2 = place(),
-                      .y2 = place(),
                       .textLength = below(9)};
+  for (float* const place : {&command.x1, &command.y1, &command.x2, &command.y2}) {
+    *place = below(4) == 0 ? kOdd[below(8)] : static_cast<float>(below(1200)) - 150;
+  }
   if (below(3) == 0) command.y2 = command.y1;
   if (command.kind == DrawCommand::Kind::Circle) command.x2 = std::abs(command.x2) / 4;
   return command;
@@ -111,19 +93,17 @@ DrawCommand randomCommand(std::mt19937& random) {
 TEST(Painter, APaintedAreaHasThePixelsOfAWholePaintingAndNothingBesideItIsTouched) {
   std::mt19937 random(20261123);
   const auto number = [&](int least, int most) { return std::uniform_int_distribution(least, most)(random); };
-  // What the pixels about the corner of a text become depends on what they were and on the text.
-  const auto drawBlot = [](const BitmapView& target, const PixelRect& area, TextView text, int x, int y,
-                           Color) {
-    for (int row = std::max(area.top, y - 3); row < std::min(area.top + area.height, y + 9); ++row) {
-      for (int column = std::max(area.left, x); column < std::min(area.left + area.width, x + 20); ++column) {
-        target.row(row)[column] = target.row(row)[column] / 2 + (text.empty() ? 0U : text.front());
-      }
-    }
+  // A text is a dot, which is not beside its corner; what becomes of its pixel depends on what that was.
+  const auto drawDot = [](const BitmapView& target, const PixelRect& area, TextView text, int x, int y,
+                          Color) {
+    const int column = x + 19 - area.left;
+    const int row = y - 3 - area.top;
+    if (column < 0 || column >= area.width || row < 0 || row >= area.height) return;
+    target.row(y - 3)[x + 19] = target.row(y - 3)[x + 19] / 2 + (text.empty() ? 1U : text[0]);
   };
   for (int round = 0; round < 1000; ++round) {
     SCOPED_TRACE(round);
-    // Commands that both drawings begin with, commands of each of them alone, and commands that both end
-    // with.
+    // Commands at the beginning of both drawings, of one alone, of the other alone, and at the end of both.
     DrawingList before{{}, std::vector(9, u'x')};
     DrawingList after{{}, std::vector(9, round % 8 == 0 ? u'y' : u'x')};
     for (const auto& drawings : {std::vector{&before, &after}, {&before}, {&after}, {&before, &after}}) {
@@ -134,22 +114,23 @@ TEST(Painter, APaintedAreaHasThePixelsOfAWholePaintingAndNothingBesideItIsTouche
     }
     const PixelSize size{number(1, 100), number(1, 100)};
     const PaintScale scale{.pixelsPerTwip = size.width / 900.0, .pixelsPerDrawWidth = number(1, 30) / 10.0};
-    Canvas whole(size.width, size.height);
-    paint(after, kWhite, scale, whole.view, drawBlot);
-    const auto untouched = std::count(whole.pixels.begin(), whole.pixels.end(), kCanary);
-    ASSERT_EQ(untouched, std::ssize(whole.pixels) - std::ptrdiff_t{size.width} * size.height);
-    Canvas shown(size.width, size.height);
-    paint(before, kWhite, scale, shown.view, drawBlot);
-    paint(after, kWhite, scale, shown.view, drawBlot, changedArea(before, after, scale, size));
+    const auto paintOn = [&](Canvas& canvas, const DrawingList& drawing, const PixelRect& area) {
+      paint(drawing, kWhite, scale, canvas.view(size), drawDot, area);
+    };
+    Canvas whole;
+    paintOn(whole, after, kWholePicture);
+    Canvas shown;
+    paintOn(shown, before, kWholePicture);
+    paintOn(shown, after, changedArea(before, after, scale, size));
     ASSERT_EQ(shown.pixels, whole.pixels);
 
     const PixelRect area{number(-9, size.width), number(-9, size.height), number(0, 99), number(0, 99)};
-    Canvas part(size.width, size.height);
-    paint(after, kWhite, scale, part.view, drawBlot, area);
-    Canvas expected(size.width, size.height);
+    Canvas part;
+    paintOn(part, after, area);
+    Canvas expected;
     for (int y = std::max(0, area.top); y < std::min(size.height, area.top + area.height); ++y) {
       for (int x = std::max(0, area.left); x < std::min(size.width, area.left + area.width); ++x) {
-        expected.view.row(y)[x] = whole.view.row(y)[x];
+        expected.view(size).row(y)[x] = whole.view(size).row(y)[x];
       }
     }
     ASSERT_EQ(part.pixels, expected.pixels);
