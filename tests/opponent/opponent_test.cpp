@@ -9,9 +9,7 @@ namespace fiar {
 namespace {
 
 struct Opponent : testing::Test, test::LoadedToolkit {
-  PatternWeights weights{toolkit.variables(), machine.regional};
   Board board = test::emptyBoard(10);
-  PictureBox boardPic;
 };
 
 TEST_F(Opponent, ItsTableIsWhatTheGeneratorWritesEachTime) {
@@ -33,17 +31,14 @@ TEST_F(Opponent, TakesATableThatTheFormatAllowsAndNamesTheResourceOfAnother) {
       {u"0000P0001", u"7"}, {u"", u"2"}, {u"0000P0010", u"1.5"}, {u"0000P0011", u"3"}};
   for (const auto& [key, weight] : rows) EXPECT_EQ(toolkit.variables().getVar(key), weight);
   for (const char* bytes : {"", "0000P0001,", "0000P0001,1\r\n"}) {
-    try {
-      loadPatternTable(bytes, toolkit);
-      ADD_FAILURE() << "no error: " << bytes;
-    } catch (const PatternTableError& error) {
-      EXPECT_TRUE(error.message().starts_with(u"Resource 102 (the pattern table): "));
-    }
+    EXPECT_THROW(loadPatternTable(bytes, toolkit), PatternTableError) << bytes;
   }
+  EXPECT_EQ(PatternTableError(u"why").message(), u"Resource 102 (the pattern table): why");
 }
 
 TEST_F(Opponent, EvaluatesAsTheObviousWayDoesAlsoAfterAnyChangeOfTheStore) {
   VariableStore& store = toolkit.variables();
+  PatternWeights weights(store, machine.regional);
   std::mt19937 random(20260314);
   for (int i = 0; i < 200; ++i) {
     SCOPED_TRACE(i);
@@ -72,19 +67,18 @@ TEST_F(Opponent, EvaluatesAsTheObviousWayDoesAlsoAfterAnyChangeOfTheStore) {
 }
 
 TEST_F(Opponent, DrawsOneOfTheBestCellsInTheOrderOfColumnsThenRows) {
-  const struct {
-    std::vector<std::pair<int, int>> best;
-    double drawn;
-    CellPoint expected;
-  } rows[] = {{{}, 0, {0, 0}},
-              {{}, 0.011, {0, 1}},
-              {{}, 0.5, {4, 9}},
-              {{}, 0.9999, {9, 9}},
-              {{{3, 7}}, 0.9999, {3, 7}},
-              {{{4, 1}, {2, 8}, {4, 5}}, 0.33, {2, 8}},
-              {{{4, 1}, {2, 8}, {4, 5}}, 0.34, {4, 1}},
-              {{{4, 1}, {2, 8}, {4, 5}}, 0.67, {4, 5}},
-              {{{4, 1}, {2, 8}}, 1 - 0x1p-53, {4, 1}}};
+  // The best cells, the number that is drawn, and the cell that it leads to.
+  const std::tuple<std::vector<std::pair<int, int>>, double, CellPoint> rows[] = {
+      {{}, 0, {0, 0}},
+      {{}, 0.011, {0, 1}},
+      {{}, 0.5, {4, 9}},
+      {{}, 0.9999, {9, 9}},
+      {{{3, 7}}, 0.9999, {3, 7}},
+      {{{4, 1}, {2, 8}, {4, 5}}, 0.33, {2, 8}},
+      {{{4, 1}, {2, 8}, {4, 5}}, 0.34, {4, 1}},
+      {{{4, 1}, {2, 8}, {4, 5}}, 0.67, {4, 5}},
+      {{{4, 1}, {2, 8}}, 1 - 0x1p-53, {4, 1}},
+  };
   machine.clock.seconds = 1000;
   for (const auto& [best, drawn, expected] : rows) {
     SCOPED_TRACE(drawn);
@@ -105,19 +99,17 @@ TEST_F(Opponent, DrawsOneOfTheBestCellsInTheOrderOfColumnsThenRows) {
     EXPECT_EQ(board.board(roundToEven(expected.x), roundToEven(expected.y)), kComputer);
     EXPECT_EQ(machine.random.seeds, (std::vector<double>{1000, 1000 * 0.25 * 1'000'000}));
   }
-}
-
-TEST_F(Opponent, StartsANewGameWhereNoCellIsWorthAnything) {
+  // Where no cell is worth anything a new game starts.
+  board = test::emptyBoard(10);
   for (int cell = 0; cell < 100; ++cell) board.attackWeights(cell / 10, cell % 10) = -1;
-  const Board before = board;
   int newGames = 0;
   playNextMove(board, machine.clock, machine.random, [&] { ++newGames; });
   EXPECT_EQ(newGames, 1);
-  EXPECT_EQ(board.board, before.board);
-  EXPECT_EQ(board.lastMove, before.lastMove);
+  EXPECT_EQ(board.board, test::emptyBoard(10).board);
 }
 
 TEST_F(Opponent, ItsHintsShowTheBestCellsAndTheWeightsAboveAThreshold) {
+  PictureBox boardPic;
   board.attackWeights(1, 2) = 10'000;
   hiliteNextMove(board, boardPic);
   board.defenceWeights(1, 2) = 1;
@@ -130,10 +122,9 @@ TEST_F(Opponent, ItsHintsShowTheBestCellsAndTheWeightsAboveAThreshold) {
   std::vector<CellPoint> places;
   for (const DrawCommand& command : drawing.commands) places.push_back({command.x1, command.y1});
   // Two rings; the sum; attack and sum twice.
-  EXPECT_EQ(
-      places,
-      (std::vector<CellPoint>{
-          {1494, 2490}, {8466, 3486}, {1001, 2017}, {7973, 2993}, {7973, 3013}, {7973, 3989}, {7973, 4009}}));
+  const std::vector<CellPoint> expected{{1494, 2490}, {8466, 3486}, {1001, 2017}, {7973, 2993},
+                                        {7973, 3013}, {7973, 3989}, {7973, 4009}};
+  EXPECT_EQ(places, expected);
   EXPECT_EQ(TextView(drawing.characters.data(), drawing.characters.size()), u"1000110001100012000020000");
 }
 
