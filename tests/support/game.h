@@ -1,8 +1,6 @@
 #pragma once
 
 #include <random>
-#include <string_view>
-#include <vector>
 
 #include "app/mainFrm.h"
 #include "support/loaded_toolkit.h"
@@ -16,20 +14,6 @@ inline Board emptyBoard(int size) {
   board.cellWidth = board.cellHeight = 9960.0 / size;
   for (Grid* grid : {&board.board, &board.winMarks, &board.attackWeights, &board.defenceWeights}) {
     resetGrid(board, *grid);
-  }
-  return board;
-}
-
-/// A ten by ten board whose upper left corner is drawn in text rows: '1' and '2' are stones, all else is
-/// empty.
-inline Board boardOf(const std::vector<std::string_view>& rows) {
-  Board board = emptyBoard(10);
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    for (std::size_t column = 0; column < rows[row].size(); ++column) {
-      const char stone = rows[row][column];
-      const bool taken = stone == '1' || stone == '2';
-      board.board(static_cast<int>(column), static_cast<int>(row)) = taken ? stone - '0' : kNobody;
-    }
   }
   return board;
 }
@@ -101,14 +85,6 @@ struct RunningGame : FakeToolkit {
   void click(double column, double row) {
     moveTo(column, row);
     release();
-  }
-
-  double stones(double code) const {
-    double count = 0;
-    for (int cell = 0; cell < game.columns() * game.rows(); ++cell) {
-      if (game.board(cell / game.rows(), cell % game.rows()) == code) ++count;
-    }
-    return count;
   }
 };
 
