@@ -63,11 +63,14 @@ TEST_F(MainWindow, SidesOpenAlternatelyAcrossSizeChanges) {
   }
 }
 
-TEST_F(MainWindow, TheComputerAnswersOnTheNextTickAndIsSeenOnTheOneAfter) {
+TEST_F(MainWindow, TheComputerAnswersOnTheNextTickAndIsHeardAtOnceAndSeenOnTheOneAfter) {
   start();
+  tick();
+  EXPECT_EQ(window.boardPic.AccessibleName, u"Column 1, row 1, empty");
   click(7, 7);
   EXPECT_EQ(game.player, kComputer);
   tick();
+  EXPECT_EQ(window.boardPic.AccessibleName, u"Blue to column 7, row 7. Column 8, row 8, red");
   // One evaluation for the refresh and one for the turn, without clearing the grids in between: the cell next
   // to the human's stone has twice its defence.
   EXPECT_EQ(game.defenceWeights(6, 6), 2 * (2 * 9 * 80));
@@ -80,6 +83,14 @@ TEST_F(MainWindow, TheComputerAnswersOnTheNextTickAndIsSeenOnTheOneAfter) {
                                          {kCircle, false, 2, kWhite, kBlack, 4316, 4316, 296.8F},
                                          {kCircle, false, 2, 0x8080FF, kBlack, 4980, 4980, 298.8F}};
   EXPECT_EQ(std::vector(commands().begin() + 32, commands().end()), circles);
+  // What is under the ring, without the answer as soon as the ring has moved.
+  const std::tuple<double, double, TextView> rings[] = {
+      {15, 7, u"Outside the board"}, {6, 6, u"Column 7, row 7, blue"}, {7, 14, u"Column 8, row 15, empty"}};
+  for (const auto& [column, row, text] : rings) {
+    moveTo(column, row);
+    tick();
+    EXPECT_EQ(window.boardPic.AccessibleName, text);
+  }
 }
 
 TEST_F(MainWindow, EachClickHasItsSound) {
@@ -130,59 +141,35 @@ TEST_F(MainWindow, ThePointersCellIsTheOneUnderIt) {
   EXPECT_EQ(game.srX, 0);
 }
 
-TEST_F(MainWindow, ItSaysWhereTheRingIsAndWhatHasJustHappened) {
-  start();
-  tick();
-  EXPECT_EQ(window.boardPic.AccessibleName, u"Column 1, row 1, empty");
-  click(7, 7);
-  tick();
-  const std::tuple<double, double, TextView> rows[] = {
-      {7, 7, u"Blue to column 7, row 7. Column 8, row 8, red"},
-      {15, 7, u"Outside the board"},
-      {6, 6, u"Column 7, row 7, blue"},
-      {7, 14, u"Column 8, row 15, empty"}};
-  for (const auto& [column, row, text] : rows) {
-    moveTo(column, row);
-    tick();
-    EXPECT_EQ(window.boardPic.AccessibleName, text);
-  }
-}
-
 TEST_F(MainWindow, ALineIsFoundAfterTheComputersAnswer) {
   start();
-  for (int column = 3; column < 7; ++column) game.board(column, 0) = kHuman;
-  click(7, 0);
+  for (int i = 4; i < 8; ++i) {
+    game.board(i, 1) = game.board(i, 3) = kHuman;
+    game.board(3, i) = kComputer;
+  }
+  click(3, 1);
   tick();
   EXPECT_EQ(game.player, kNobody);
-  EXPECT_EQ(game.lastMove, (CellPoint{2, 0}));
+  // The side on move is evaluated first: here both complete five, and the marker of the human's line has
+  // replaced that of the computer's, which completes its own elsewhere.
+  EXPECT_EQ(game.attackWeights(3, 3), 50'000'000);
+  EXPECT_EQ(game.lastMove, (CellPoint{3, 8}));
   EXPECT_EQ(window.scoreLabel[0].Caption, u"1");
   EXPECT_FALSE(window.Command1.Visible);
   tick();
   EXPECT_TRUE(window.Command1.Visible);
   EXPECT_EQ(window.boardPic.AccessibleName, u"You won");
   EXPECT_EQ(window.Command1.AccessibleName, u"You won. Start");
-  moveTo(7, 1);
+  moveTo(7, 2);
   tick();
-  EXPECT_EQ(window.boardPic.AccessibleName, u"Column 8, row 2, empty");
+  EXPECT_EQ(window.boardPic.AccessibleName, u"Column 8, row 3, empty");
   start();
   EXPECT_EQ(game.board, emptyGrid);
   EXPECT_EQ(game.winMarks, emptyGrid);
-  EXPECT_EQ(game.lastMove, (CellPoint{2, 0}));
+  EXPECT_EQ(game.lastMove, (CellPoint{3, 8}));
   for (int row = 3; row < 7; ++row) game.board(0, row) = kComputer;
   tick();
   EXPECT_EQ(window.boardPic.AccessibleName, u"The computer won");
-}
-
-TEST_F(MainWindow, TheSideOnMoveIsEvaluatedFirst) {
-  start();
-  for (int i = 4; i < 8; ++i) {
-    game.board(i, 3) = kHuman;
-    game.board(3, i) = kComputer;
-  }
-  click(14, 14);
-  tick();
-  // Both sides complete five there; the marker of the human's line has replaced that of the computer's.
-  EXPECT_EQ(game.attackWeights(3, 3), 50'000'000);
 }
 
 TEST_F(MainWindow, AFullBoardStartsAGameAfterTheHumansStoneAndWaitsForASizeAfterTheComputers) {
@@ -233,28 +220,23 @@ TEST_F(MainWindow, ATickWithNothingChangedNeitherDrawsNorEvaluatesNorAllocates) 
 }
 
 TEST(StartUp, SetsTheProgramWideValuesAndShowsTheWindow) {
+  const TextView shipped = u"MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK";
   const TextView builtIn = u"kqv5830tyemxwu71";
-  // The configuration, whether another instance runs and there is no database, the text that the working key
-  // is made from, the connect text if a database is to be used, and the other settings.
-  const std::tuple<std::optional<std::string>, bool, TextView, std::optional<Text>, TextView, TextView>
-      cases[] = {
-          {test::FileResources().custom(101),
-           false,
-           u"MQ7R2K9TXB4NPL8D3VHM6CJZ5YF1GSAE0UOIRNTK",
-           {},
-           u"",
-           u""},
-          {std::nullopt, true, builtIn, u"", u"", u""},
-          {"<cryptoPass></cryptoPass><runMySQL>Off</runMySQL>", false, builtIn, {}, u"", u""},
-          {"<runMySQL>0</runMySQL><cryptoPass>torn", false, builtIn, {}, u"", u""},
-          {"<QUERYpl>select</QUERYpl><clipsPAth>c:\\clips</clipsPAth><runMySQL>vklop</runMySQL>"
-           "<cryptoPass>p\x8A</cryptoPass><mysqlConnect>host=db</mysqlConnect>",
-           false, u"p\u0160", u"host=db", u"c:\\clips", u"select"},
-      };
-  for (const auto& [configuration, secondInstance, cryptoPass, connectText, clipsPath, queryText] : cases) {
+  // The configuration, the text that the working key is made from, the connect text if a database is to be
+  // used, and the other settings.
+  const std::tuple<std::optional<std::string>, TextView, std::optional<Text>, TextView, TextView> cases[] = {
+      {test::FileResources().custom(101), shipped, {}, u"", u""},
+      {std::nullopt, builtIn, u"", u"", u""},
+      {"<cryptoPass></cryptoPass><runMySQL>Off</runMySQL>", builtIn, {}, u"", u""},
+      {"<runMySQL>0</runMySQL><cryptoPass>torn", builtIn, {}, u"", u""},
+      {"<QUERYpl>select</QUERYpl><clipsPAth>c:\\clips</clipsPAth><runMySQL>vklop</runMySQL>"
+       "<cryptoPass>p\x8A</cryptoPass><mysqlConnect>host=db</mysqlConnect>",
+       u"p\u0160", u"host=db", u"c:\\clips", u"select"}};
+  for (const auto& [configuration, cryptoPass, connectText, clipsPath, queryText] : cases) {
     SCOPED_TRACE(configuration.value_or("no configuration"));
     test::FakePlatform machine;
     const test::FakeNetwork network(machine);
+    const bool secondInstance = !configuration;
     machine.environment.otherInstance = machine.database.fails = secondInstance;
     machine.resources.replaced[101] = configuration;
     Toolkit toolkit(machine.platform);
