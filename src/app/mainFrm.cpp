@@ -115,7 +115,8 @@ void mainFrm::Timer1_Timer() {
   if (sources() != shown_) {
     printDiagnostics();
     redrawBoard();
-    describeBoard();
+    // Not before the answer, which comes first in the description.
+    if (game.player != kComputer) describeBoard();
     shown_ = sources();
   }
   if (game.lastMoveTime != game.lastCalcTime) refreshEvaluation();

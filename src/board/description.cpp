@@ -49,7 +49,7 @@ BoardDescription::News BoardDescription::newsOf(const Board& board) const {
     if (board.score[1] > score_[1]) return {.winner = kComputer};
     return {.winner = news_.winner};
   }
-  const bool moved = board.player == kHuman && stoneIn(board, board.lastMove) == kComputer;
+  const bool moved = stoneIn(board, board.lastMove) == kComputer;
   return {.computersMove = moved ? board.lastMove : kNoCell};
 }
 
