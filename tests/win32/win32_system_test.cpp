@@ -2,12 +2,10 @@
 
 #include "win32/services/services.h"
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <numeric>
-#include <set>
 
 #include "support/files.h"
 #include "win32/error.h"
@@ -51,17 +49,10 @@ TEST(Win32Clock, TellsTheSameTimeInSecondsAndAsADate) {
 TEST(Win32RegionalFormat, ReadsItsOwnNumbersAndShowsEveryPartOfADate) {
   const Win32RegionalFormat format;
   EXPECT_EQ(format.number(format.numberText(-2.5)), -2.5);
-  std::set<Text> texts;
-  for (const DateTime& date : {DateTime{2024, 2, 28, 1, 47, 58},
-                               {2025, 2, 28, 1, 47, 58},
-                               {2024, 3, 28, 1, 47, 58},
-                               {2024, 2, 27, 1, 47, 58},
-                               {2024, 2, 28, 2, 47, 58},
-                               {2024, 2, 28, 1, 48, 58},
-                               {2024, 2, 28, 1, 47, 59}}) {
-    texts.insert(format.dateTimeText(date));
+  const Text text = format.dateTimeText({2031, 12, 28, 10, 47, 59});
+  for (const TextView part : {u"31", u"12", u"28", u"10", u"47", u"59"}) {
+    EXPECT_NE(text.find(part), Text::npos) << testing::PrintToString(text);
   }
-  EXPECT_EQ(texts.size(), 7U);
 }
 
 TEST(Win32Environment, SeesAnotherInstanceWhileItRunsAndVariablesOfAnyLength) {
@@ -108,19 +99,15 @@ TEST(Win32Sound, ReturnsAtOnceAndNeedsNeitherADeviceNorTheImage) {
 
 // A timer that is due again whenever its handler is done must not keep the program here forever.
 TEST(Win32Events, DeliveryEndsThoughMessagesKeepComing) {
-  const WindowHandle window(
-      CreateWindowExW(0, WC_STATICW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
-  int received = 0;
-  const auto procedure = [](HWND handle, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                            DWORD_PTR count) {
-    if (message == WM_APP && ++*reinterpret_cast<int*>(count) < 100'000) PostMessageW(handle, WM_APP, 0, 0);
-    return DefSubclassProc(handle, message, wParam, lParam);
-  };
-  SetWindowSubclass(window.get(), procedure, 1, reinterpret_cast<DWORD_PTR>(&received));
-  PostMessageW(window.get(), WM_APP, 0, 0);
-  Win32Events().process();
-  EXPECT_GE(received, 1);
-  EXPECT_LT(received, 100'000);
+  static int ticks = 0;
+  const UINT_PTR timer = SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR id, DWORD) {
+    Sleep(20);
+    if (++ticks == 50) KillTimer(nullptr, id);
+  });
+  Win32Events().waitAndProcess(5);
+  KillTimer(nullptr, timer);
+  EXPECT_GE(ticks, 1);
+  EXPECT_LT(ticks, 50);
 }
 
 }  // namespace
