@@ -44,22 +44,16 @@ struct ObviousReader {
     if (path.empty()) return u"ERR: Wrong Key";
     const std::size_t separator = path.find(u'\\');
     Text name = path.substr(0, separator);
-    double n = leadingNumber(clsZantorXml::getBetween(name, u"[", u"]", false, false));
-    if (n == 0) {
-      n = 1;
-    } else {
-      name.resize(name.find(u'['));
-    }
+    const double index = leadingNumber(clsZantorXml::getBetween(name, u"[", u"]", false, false));
+    if (index != 0) name.resize(name.find(u'['));
     if (outermost) expandSelfClosing(text, name);
-    Text result = findElement(text, name, n);
+    Text result = findElement(text, name, index == 0 ? 1 : index);
     if (result != notFoundValue && !result.empty()) {
       const std::size_t begin = result.find(u'>') + 1;
       const std::size_t end = result.rfind(u'<');
       if (end < begin) malformed = true;
       result = result.substr(begin, end - begin);
-      if (separator != Text::npos) {
-        result = trimSpaces(getTag(result, path.substr(separator + 1), false));
-      }
+      if (separator != Text::npos) result = trimSpaces(getTag(result, path.substr(separator + 1), false));
     }
     if (result.empty()) result = defaultValue;
     if (!outermost) return result;

@@ -165,7 +165,7 @@ TEST_F(ToolkitTest, TakesBackWhatItCoded) {
       EXPECT_EQ(coder.DeCodeLight(coder.EnCodeLight(text, key, hex), key, hex), text) << keyLength;
     }
   }
-  for (const TextView input : {u"ABC", u"0G", u"A "}) EXPECT_EQ(coder.DeCodeLight(input, u"", true), u"");
+  for (const TextView input : {u"ABC", u"0G", u"G0"}) EXPECT_EQ(coder.DeCodeLight(input, u"", true), u"");
 }
 
 TEST_F(ToolkitTest, StartsWithTheBuiltInVariables) {
@@ -189,7 +189,6 @@ TEST_F(ToolkitTest, FindsVariablesInAnyLetterCaseAndChangesThemUnlessConstant) {
   EXPECT_EQ(store.getVar(u"ERR.\u010DAS"), u"1");
   store.setVar(u"err.\u010Das", u"2");
   EXPECT_EQ(store.getVar(u"Err.\u010Cas"), u"2");
-  EXPECT_EQ(store.findVar(u"Err.Cas"), nullptr);
   store.setVar(u"_mine", u"first");
   EXPECT_EQ(store.findVar(u"err.number"), nullptr);
   store.setVar(u"_MINE", u"x");
