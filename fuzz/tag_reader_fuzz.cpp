@@ -70,9 +70,10 @@ private:
     while ((start = findOpening(text, name, start + 1)) != 0) {
       const std::size_t end = find(text, u">", start);
       if (end == 0 || text[end - 2] != u'/') continue;
-      const Text inner = text.substr(start, end - start - 2);
-      const Text element = u"<" + Text(trimSpaces(inner)) + u"></" + name + u">";
-      text = replaced(text, u"<" + inner + u"/>", element);
+      const Text element = text.substr(start - 1, end - start + 1);
+      const TextView inner = TextView(element).substr(1, element.size() - 3);
+      const Text expanded = Text(u"<").append(trimSpaces(inner)).append(u"></").append(name).append(u">");
+      text = replaced(text, element, expanded);
     }
   }
 

@@ -57,7 +57,7 @@ TEST(TagReader, ReadsElements) {
       {"self-closing, several slashes and a copy", u"<a x//><a x//>", u"a[2]", u"default", u"x"},
       {"self-closing again when a copy comes", u"<a x//><a x/>", u"a", u"default", u"x"},
       {"self-closing, shorter than before", u"<a x/     //><a x/     //>", u"a", u"default", u"x/"},
-      {"self-closing further down stays", u"<a><b x/></a>", u"a", u"<b x/>"},
+      {"self-closing further down stays", u"<a><b x/>y</b></a>", u"a\\b", u"y", u"x/"},
       {"same name inside, with attributes", u"<a p>1<A q>x</A>2</a><a>3</a>", u"a[2]", u"3"},
       {"two steps", inList, u"l\\i", u"a", u"k=\"v\""},
       {"two steps and an index", inList, u"l\\i[2]", u"<l>b</l>"},
