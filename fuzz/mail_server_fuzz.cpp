@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const fiar::test::FakeNetwork network(machine);
   fiar::Toolkit toolkit(machine.platform);
   fiar::clsZantorMail& mail = toolkit.mail();
-  network.socket->answers = {{"", {reinterpret_cast<const char*>(data), size}}};
+  network.socket->answers = {{"connection", {reinterpret_cast<const char*>(data), size}}};
   mail.serverName = u"mail.example";
   mail.UserName = u"somebody";
   mail.Password = u"secret";

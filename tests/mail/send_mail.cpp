@@ -1,5 +1,6 @@
-// Sends mail with the program's own sockets, as entries on the standard input say, each ended by a NUL:
-//   NAME=VALUE         a property of the message, or "folder": where the debug log goes, with "/" at its end
+// Sends mail with the program's own sockets, as entries on the standard input say, each ended by a NUL. The
+// debug log goes to the current folder.
+//   NAME=VALUE         a property of the message
 //   patience=SECONDS   after how long without an event the clock jumps to the end of a wait (60)
 //   quit=CODE          asks the program to end with this exit code
 //   send=              sends the message, and prints how often that waited
@@ -32,6 +33,7 @@ int main() {
   };
   fiar::Toolkit toolkit(fake.platform);
   fiar::clsZantorMail& mail = toolkit.mail();
+  mail.debugScript = u"on";
   const std::map<std::string, fiar::clsZantorMail::Property*> properties{
       {"serverName", &mail.serverName}, {"ServerPort", &mail.ServerPort}, {"UserName", &mail.UserName},
       {"Password", &mail.Password},     {"MailFrom", &mail.MailFrom},     {"MailTo", &mail.MailTo},
@@ -39,11 +41,9 @@ int main() {
   _setmode(_fileno(stdin), _O_BINARY);
   for (std::string name, value; std::getline(std::getline(std::cin, name, '='), value, '\0');) {
     const auto text = std::filesystem::path(std::u8string(value.begin(), value.end())).u16string();
-    if (name == "folder") toolkit.values().applicationFolder = text;
     if (name == "patience") patience = std::stod(value);
     if (name == "quit") PostQuitMessage(std::stoi(value));
     if (name == "Attachments") mail.Attachments = text;
-    if (name == "debugScript") mail.debugScript = text;
     if (properties.contains(name)) *properties.at(name) = text;
     if (name != "send") continue;
     fake.events.waits.clear();

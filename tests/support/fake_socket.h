@@ -19,23 +19,21 @@ public:
 
   explicit FakeSocket(FakeEvents& events) : events_(events) {}
 
-  /// What is answered to the connection ("") and to each command, by its first word; to others, nothing.
-  std::map<std::string, std::string> answers{
-      {"", "220 here\r\n"},    {"HELO", "250 hello\r\n"}, {"AUTH", "334 VXNlcm5hbWU6\r\n"},
-      {"MAIL", "250 ok\r\n"},  {"RCPT", "250 ok\r\n"},    {"DATA", "354 go on\r\n"},
-      {".", "250 queued\r\n"}, {"QUIT", "221 bye\r\n"}};
-  std::string late;  ///< arrives whenever a wait has taken all its time
+  /// What is answered to the connection and to each command, by its first word; to others, nothing.
+  std::map<std::string, std::string> answers{{"connection", "220 here\r\n"},   {"HELO", "250 hello\r\n"},
+                                             {"AUTH", "334 VXNlcm5hbWU6\r\n"}, {"MAIL", "250 ok\r\n"},
+                                             {"RCPT", "250 ok\r\n"},           {"DATA", "354 go on\r\n"},
+                                             {".", "250 queued\r\n"},          {"QUIT", "221 bye\r\n"}};
   std::string said;  ///< what the client sent, lost or not
 
   void Connect() override {
     state_ = SocketState::Connecting;
-    answer("");
+    answer("connection");
   }
   SocketState State() const override { return state_; }
   void SendData(std::string_view bytes) override {
     said += bytes;
-    const std::string command(bytes.substr(0, bytes.find_first_of(" :\r")));
-    if (!command.empty()) answer(command);
+    if (state_ == SocketState::Connected) answer(std::string(bytes.substr(0, bytes.find_first_of(" :\r"))));
   }
   std::string GetData() override { return std::exchange(arrived_, {}); }
   void Close() override {
@@ -43,15 +41,18 @@ public:
     coming_.clear();
   }
 
-  /// Raises the event that is due, if any.
+  /// Raises the events of what the server does next, if anything.
   void deliver() {
-    if (coming_.empty() && late.empty()) return;
-    const std::size_t end = std::min(coming_.find('|'), coming_.size());
-    arrived_ = coming_.empty() ? late : coming_.substr(0, end);
-    coming_.erase(0, end + 1);
-    if (arrived_[0] == kEnd) coming_.clear();
+    if (coming_.empty()) return;
+    const std::string piece = coming_.substr(0, coming_.find('|'));
+    coming_.erase(0, piece.size() + 1);
+    arrive(piece);
     if (coming_.empty()) events_.longestWait = 86400;
-    if (arrived_[0] == kFailure) {
+  }
+  /// Raises the events of a piece.
+  void arrive(const std::string& piece) {
+    if (piece[0] == kFailure || piece[0] == kEnd) coming_.clear();
+    if (piece[0] == kFailure) {
       state_ = SocketState::Error;
       return OnError(u"connection refused");
     }
@@ -59,18 +60,18 @@ public:
       state_ = SocketState::Connected;
       OnConnect();
     }
-    if (arrived_[0] == kEnd) {
+    if (piece[0] == kEnd) {
       state_ = SocketState::Closing;
     } else {
+      arrived_ = piece;
       OnDataArrival();
     }
   }
 
 private:
   void answer(const std::string& command) {
-    const std::string& pieces = answers[command];
-    if (pieces.empty() || (state_ != SocketState::Connected && state_ != SocketState::Connecting)) return;
-    coming_ += pieces + "|";
+    if (answers[command].empty()) return;
+    coming_ += answers[command] + "|";
     events_.longestWait = 0;
   }
 
