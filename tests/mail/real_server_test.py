@@ -21,7 +21,7 @@ from aiosmtpd.controller import Controller
 from aiosmtpd.smtp import SMTP, AuthResult
 
 CLIENT = os.path.abspath(sys.argv.pop(1))
-LIMIT = 300  # seconds that a test may take
+LIMIT = 120  # seconds that a test may take
 EVERY_BYTE = bytes(range(256)) * 32768  # in base64 several MB more than the network takes at once
 
 
