@@ -108,14 +108,13 @@ struct FakeEnvironment final : Environment {
   bool otherInstanceRunning() const override { return otherInstance; }
 };
 
-/// Writes down the connect text; fails on demand.
+/// Writes down the connect text and fails.
 struct FakeDatabase final : Database {
   std::optional<Text> connectText;
-  bool fails = false;
 
   void open(TextView text) override {
     connectText = text;
-    if (fails) throw std::runtime_error("no database here");
+    throw std::runtime_error("no database here");
   }
 };
 
