@@ -9,6 +9,7 @@ painting of the computer's stone.
 
 import contextlib
 import pathlib
+import random
 import re
 import statistics
 import sys
@@ -100,6 +101,7 @@ def answer_times():
         empty = game_test.empty_cells(position)
         game.point_at(max(empty, key=lambda cell: game_test.value(position, cell)))
         stones = blue_stones(game)
+        time.sleep(random.uniform(0, 0.02))  # or every click would come right after a tick
         game_test.press(1)
         while game_test.DISPLAY.pending_events():
             game_test.DISPLAY.next_event()
