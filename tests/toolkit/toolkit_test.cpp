@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <tuple>
 
 #include "support/loaded_toolkit.h"
@@ -16,99 +19,145 @@
 namespace fiar {
 namespace {
 
-struct Case {
-  const char* name;
-  Text text;
-  Text path;
-  Text result;
-  Text params = u"kept";
-  Text defaultValue = u"default";
-  Text notFoundValue = u"absent";
+/// Does what clsZantorXml does, but in the obvious way: step after step, on a copy of the text.
+struct ObviousTagReader {
+  Text defaultValue;
+  Text notFoundValue;
+  Text params;
+  Text lastElement;
+
+  Text getTag(Text text, const Text& path, bool outermost = true) {
+    if (path.empty()) return u"ERR: Wrong Key";
+    const std::size_t separator = path.find(u'\\');
+    Text name = path.substr(0, separator);
+    const Text number = clsZantorXml::getBetween(name, u"[", u"]", false, false);
+    const double index = std::strtod(std::string(number.begin(), number.end()).c_str(), nullptr);
+    if (index != 0) name.resize(name.find(u'['));
+    if (outermost) expandSelfClosing(text, name);
+    Text result = findElement(text, name, index == 0 ? 1 : index);
+    if (result != notFoundValue && !result.empty()) {
+      const std::size_t begin = result.find(u'>') + 1;
+      const std::size_t end = std::max(begin, result.rfind(u'<'));
+      result = result.substr(begin, end - begin);
+      if (separator != Text::npos) result = trimSpaces(getTag(result, path.substr(separator + 1), false));
+    }
+    if (result.empty()) result = defaultValue;
+    if (!outermost) return result;
+    const std::size_t space = lastElement.find(u' ');
+    const std::size_t end = lastElement.find(u'>');
+    if (space < end) params = lastElement.substr(space + 1, end - space - 1);
+    if (!notFoundValue.empty() && result == notFoundValue) params.clear();
+    return result;
+  }
+
+private:
+  static std::size_t find(const Text& text, const Text& what, std::size_t from) {
+    return toUpper(text).find(toUpper(what), from);
+  }
+
+  static std::size_t findOpening(const Text& text, const Text& name, std::size_t from) {
+    return std::min(find(text, u"<" + name + u">", from), find(text, u"<" + name + u" ", from));
+  }
+
+  static void expandSelfClosing(Text& text, const Text& name) {
+    const Text closing = u"></" + name + u">";
+    std::size_t start = findOpening(text, name, 0);
+    for (; start != Text::npos; start = findOpening(text, name, start + 1)) {
+      const std::size_t end = text.find(u'>', start);
+      if (end == Text::npos || text[end - 1] != u'/') continue;
+      const Text element = text.substr(start, end - start + 1);
+      const TextView inner = TextView(element).substr(1, element.size() - 3);
+      text = replaced(text, element, Text(u"<").append(trimSpaces(inner)).append(closing));
+    }
+  }
+
+  Text findElement(Text text, const Text& name, double n) {
+    const Text closing = u"</" + name + u">";
+    Text element;
+    const auto count = [&](const Text& tag) { return clsZantorXml::countOccurrences(element, tag, false); };
+    std::size_t from = 0;
+    for (double i = 1; i <= n; ++i) {
+      const std::size_t start = findOpening(text, name, from);
+      if (start == Text::npos) return notFoundValue;
+      // A closing tag that is not found counts as one that begins one character before the text.
+      std::size_t close = find(text, closing, start + 1);
+      std::size_t end = 0;
+      bool balanced = false;
+      do {
+        end = close + closing.size();
+        if (end > start) element = text.substr(start, end - start);
+        balanced = count(u"<" + name + u" ") + count(u"<" + name + u">") == count(closing);
+        close = find(text, closing, end);
+      } while (!balanced && close != Text::npos);
+      from = balanced ? 0 : start + 1;
+      if (!balanced) continue;
+      lastElement = trimSpaces(element);
+      text.erase(0, end);
+    }
+    return element;
+  }
 };
 
-void expectTag(const Case& c) {
-  Text params = u"kept";
-  EXPECT_EQ(clsZantorXml().getTag(c.text, c.path, params, c.defaultValue, c.notFoundValue), c.result)
-      << c.name;
-  EXPECT_EQ(params, c.params) << c.name;
-}
-
-TEST(TagReader, ReadsElements) {
-  const Text settings = u"<mysqlConnect>\r\n</mysqlConnect><cryptoPass> MQ7R </cryptoPass>";
-  const Text list = u"<i>1</i><i a=\"2\">2</i>-<I>3</I>";
-  const Text inList = u"<l x=\"y\"><i k=\"v\">  a </i><i> <l>b</l></i></l>";
-  const Case cases[] = {
-      {"spaces stay", settings, u"CRYPTOpass", u" MQ7R "},
-      {"line ends stay", settings, u"mysqlConnect", u"\r\n"},
-      {"element like the absent one's value", u"<a>1</a>", u"a", u"<a>1</a>", u"", u"", u"<a>1</a>"},
-      {"no path", u"<>x</>", u"", u"ERR: Wrong Key"},
-      {"path without an end", u"<a b=\"1\">x</a>", u"a\\", u"ERR: Wrong Key", u"b=\"1\""},
-      {"index too high", list + u"<i[1e999]>z</i[1e999]>", u"i[1e999]", u"absent", u""},
-      {"index with decimals", list, u"i[2.9]", u"2", u"a=\"2\""},
-      {"index with two signs", u"<i[+-2]>z</i[+-2]>", u"i[+-2]", u"z"},
-      {"index too small", u"<i[1e-999]>z</i[1e-999]>", u"i[1e-999]", u"z"},
-      {"index 0 is part of the name", u"<i[0]>z</i[0]><i>1</i>", u"i[0]", u"z"},
-      {"attributes", u"<a x=\"1\" y>z</a>", u"a", u"z", u"x=\"1\" y"},
-      {"a tab ends no name", u"<a\tx>z</a>", u"a", u"absent", u""},
-      {"self-closing", u"<a x=\"1\"/>", u"a", u"default", u"x=\"1\""},
-      {"self-closing without a space", u"<a/><a>1</a>", u"a", u"1"},
-      {"self-closing inside itself", u"<a>1<a x/></a>", u"a", u"1<a x></a>"},
-      {"self-closing, several slashes and a copy", u"<a x//><a x//>", u"a[2]", u"default", u"x"},
-      {"self-closing again when a copy comes", u"<a x//><a x/>", u"a", u"default", u"x"},
-      {"self-closing, shorter than before", u"<a x/     //><a x/     //>", u"a", u"default", u"x/"},
-      {"self-closing further down stays", u"<a><b x/>y</b></a>", u"a\\b", u"y", u"x/"},
-      {"same name inside, with attributes", u"<a p>1<A q>x</A>2</a><a>3</a>", u"a[2]", u"3"},
-      {"two steps and an index", inList, u"l\\i[2]", u"<l>b</l>"},
-      {"a step that is not inside", inList + u"<o>x</o>", u"l\\o", u"absent", u""},
-      {"default values of steps are cut", u"<a><b></b></a>", u"a\\b", u"d", u"kept", u" d "},
-      {"after an unclosed one of the same name", u"<a>1<a>2</a><a>3</a><a>4</a>", u"a[3]", u"3"},
-      {"cut off in a tag", u"<a>1</a><a x", u"a[2]", u"default"},
-      {"overlapping", u"<a>1<b>2</a>3</b>", u"b", u"2</a>3"},
-  };
-  for (const Case& c : cases) expectTag(c);
-}
-
-TEST(TagReader, KeepsTheLastElementCountsAndCuts) {
+TEST(TagReader, ReadsRandomTextsAsTheObviousWayDoes) {
+  const TextView pieces[] = {u"<a>",     u"</a>",        u"<a x=\"1\">", u"<A ",  u"<a/>",   u"<a x/>",
+                             u"<a x//>", u"<a x/   //>", u"<b>",         u"</b>", u"<b y/>", u"<",
+                             u"x ",      u" ",           u"/",           u"/>",   u">"};
+  const TextView paths[] = {u"a",       u"A[2]",   u"a[3]",     u"b\\a", u"a\\b", u"a[0]",
+                            u"a[ 1.9]", u"a[+-2]", u"a[1e999]", u"a\\",  u""};
+  const TextView values[] = {u"", u" ", u" d ", u"x", u"<a>x </a>"};
+  const unsigned seed = 20260314;
+  std::mt19937 random(seed);
+  const auto any = [&](const auto& choices) { return Text(choices[random() % std::size(choices)]); };
   clsZantorXml reader;
   Text params;
-  reader.getTag(u"<l><i k=\"v\">1</i></l>", u"l\\i", params, u"", u"");
-  EXPECT_EQ(reader.lastElement(), u"<i k=\"v\">1</i>");
-  params = u"kept";
-  EXPECT_EQ(reader.getTag(u"", u"o", params, u"", u""), u"");
-  EXPECT_EQ(params, u"k=\"v\"");
-  const auto between = clsZantorXml::getBetween;
+  ObviousTagReader obvious;
+  for (int i = 0; i < 5000; ++i) {
+    Text text;
+    for (auto left = random() % 16; left > 0; --left) text += any(pieces);
+    const Text path = any(paths);
+    obvious.defaultValue = any(values);
+    obvious.notFoundValue = any(values);
+    const Text expected = obvious.getTag(text, path);
+    const Text result = reader.getTag(text, path, params, obvious.defaultValue, obvious.notFoundValue);
+    ASSERT_EQ(std::tie(result, params, reader.lastElement()),
+              std::tie(expected, obvious.params, obvious.lastElement))
+        << "seed " << seed << ": "
+        << testing::PrintToString(std::tie(text, path, obvious.defaultValue, obvious.notFoundValue));
+  }
+}
+
+TEST(TagReader, ReadsElementsAlsoOfHugeMalformedText) {
+  const auto repeated = [](TextView piece, int times) {
+    Text text;
+    for (int i = 0; i < times; ++i) text += piece;
+    return text;
+  };
+  const auto nested = [&](int depth) { return repeated(u"<a>", depth) + u"x" + repeated(u"</a>", depth); };
+  // What it shows, the text and the path; the result and the attributes.
+  const std::tuple<const char*, Text, Text, Text, Text> cases[] = {
+      {"spaces and line ends stay", u"<a x=\"1\" y> z\r\n</a>", u"A", u" z\r\n", u"x=\"1\" y"},
+      {"same name inside", u"<a>1<A q>x</A>2</a><a>3</a>", u"a[2]", u"3", u"kept"},
+      {"spaces between steps are cut", u"<l><i>1</i><i> 2 </i></l>", u"l\\i[2]", u"2", u"kept"},
+      {"too deep, which also hides what follows", nested(1002) + u"<a>1</a>", u"a[2]", u"absent", u""},
+      {"only <", repeated(u"<", 1'000'000), u"a", u"absent", u""},
+      {"open tags", repeated(u"<a>", 30'000), u"a[30000]", u"default", u"kept"},
+      {"closing tags", u"<a>1</a>" + repeated(u"</a>", 30'000), u"a[2]", u"absent", u""},
+      {"deep", nested(30'000), u"a[2]", u"absent", u""},
+      {"self-closing", repeated(u"<a x/>", 30'000), u"a[30000]", u"default", u"x"},
+      {"long path", nested(501), repeated(u"a\\", 500) + u"a", u"x", u"kept"},
+  };
+  for (const auto& [name, text, path, result, attributes] : cases) {
+    Text params = u"kept";
+    EXPECT_EQ(clsZantorXml().getTag(text, path, params, u"default", u"absent"), result) << name;
+    EXPECT_EQ(params, attributes) << name;
+  }
+}
+
+TEST(TagReader, CountsAndCuts) {
   EXPECT_EQ(clsZantorXml::countOccurrences(u"", u"a", false), -1);
   EXPECT_EQ(clsZantorXml::countOccurrences(u"aAaxA", u"Aa", true), 1);
-  EXPECT_EQ(between(u"xABxcabyCzc", u"ab", u"c", true, true), u"abyCzc");
-  EXPECT_EQ(between(u"cab", u"ab", u"c", false, true), u"");
-  EXPECT_EQ(between(u"((", u"((", u"(", false, false), u"");
-}
-
-Text repeated(TextView piece, int times) {
-  Text text;
-  for (int i = 0; i < times; ++i) text += piece;
-  return text;
-}
-
-TEST(TagReader, TakesHugeMalformedText) {
-  const Text deepest = repeated(u"<a>", 1001) + u"x" + repeated(u"</a>", 1001);
-  const int many = 30'000;
-  const Text manySteps = repeated(u"a\\", 500) + u"a";
-  const Case cases[] = {
-      {"a thousand closing tags inside", deepest, u"a", deepest.substr(3, deepest.size() - 7)},
-      {"one more: given up at the pass before", u"<a>" + deepest + u"</a>", u"a", deepest},
-      {"only <", repeated(u"<", 1'000'000), u"a", u"absent", u""},
-      {"open tags", repeated(u"<a>", many), u"a[30000]", u"default"},
-      {"closing tags", u"<a>1</a>" + repeated(u"</a>", many), u"a[2]", u"absent", u""},
-      {"deep", repeated(u"<a>", many) + repeated(u"</a>", many), u"a[2]", u"absent", u""},
-      {"self-closing", repeated(u"<a x/>", many), u"a[30000]", u"default", u"x"},
-      {"long path", repeated(u"<a>", 501) + u"x" + repeated(u"</a>", 501), manySteps, u"x"},
-  };
-  for (const Case& c : cases) {
-    expectTag(c);
-    expectTag({c.name, u"<b>1</b>" + c.text, u"b", u"1"});
-    expectTag({c.name, c.text + u"<b>1</b>", u"b", u"1"});
-  }
+  EXPECT_EQ(clsZantorXml::getBetween(u"xABxcabyCzc", u"ab", u"c", true, true), u"abyCzc");
+  EXPECT_EQ(clsZantorXml::getBetween(u"((x(", u"((", u"(", false, true), u"((");
 }
 
 struct ToolkitTest : testing::Test, test::FakeToolkit {
