@@ -9,8 +9,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/platform.h"
 #include "support/files.h"
+#include "toolkit/toolkit.h"
 
 namespace fiar::test {
 
@@ -54,17 +54,15 @@ struct FakeRegionalFormat final : RegionalFormat {
   }
 };
 
-/// Gives the numbers of a script and then `afterwards` forever.
+/// Gives the numbers of a script, the last one forever.
 struct FakeRandom final : RandomGenerator {
-  std::deque<double> script;
-  double afterwards = 0;
+  std::deque<double> script{0};
   std::vector<double> seeds;  ///< all seeds so far, in order
 
   void seed(double value) override { seeds.push_back(value); }
   double next() override {
-    if (script.empty()) return afterwards;
     const double value = script.front();
-    script.pop_front();
+    if (script.size() > 1) script.pop_front();
     return value;
   }
 };
@@ -130,6 +128,12 @@ struct FakePlatform {
   FakeEvents events{clock};
   FakeDatabase database;
   Platform platform{clock, codePage, regional, environment, resources, random, sound, events, database};
+};
+
+/// A toolkit on a fake machine.
+struct FakeToolkit {
+  FakePlatform machine;
+  Toolkit toolkit{machine.platform};
 };
 
 }  // namespace fiar::test

@@ -3,9 +3,15 @@
 #include <random>
 
 #include "app/mainFrm.h"
-#include "support/loaded_toolkit.h"
+#include "opponent/pattern_table.h"
+#include "support/fake_platform.h"
 
 namespace fiar::test {
+
+/// A toolkit with the shipped pattern table in its store.
+struct LoadedToolkit : FakeToolkit {
+  LoadedToolkit() { loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit); }
+};
 
 /// A board of a size with all grids allocated and cells of a width that divides every size.
 inline Board emptyBoard(int size) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <tuple>
 
-#include "support/loaded_toolkit.h"
+#include "support/fake_platform.h"
 #include "toolkit/clsZantorBas.h"
 #include "toolkit/clsZantorCodeCod.h"
 #include "toolkit/clsZantorFile.h"
@@ -270,7 +270,7 @@ TEST_F(ToolkitTest, MakesTextsThatDifferByChanceAndByTime) {
   machine.clock.advance(0.001);
   const Text later = toolkit.bas().uniqueText(30);
   EXPECT_NE(later, first);
-  machine.random.afterwards = 1 - 0x1p-53;
+  machine.random.script = {1 - 0x1p-53};
   EXPECT_NE(toolkit.bas().uniqueText(30), later);
 }
 
