@@ -1,15 +1,13 @@
-// Sends mail with the program's own sockets, as entries on the standard input say, each ended by a NUL. The
-// debug log goes to the current folder.
-//   NAME=VALUE         a property of the message
-//   patience=SECONDS   after how long without an event the clock jumps to the end of a wait (60)
-//   quit=CODE          asks the program to end with this exit code
-//   send=              sends the message, and prints how often that waited
+// Sends messages with the program's own sockets, and prints how often each of them waited. The debug log goes
+// to the current folder. The standard input gives for each message, all ended by a NUL:
+//   after how many seconds without an event the clock jumps to the end of a wait, and
+//   with which exit code the program is asked to end before it sends (0: it is not), in one text,
+//   the properties of the message, in the order below
 
 #include <fcntl.h>
 #include <io.h>
 
 #include <chrono>
-#include <filesystem>
 #include <iostream>
 
 #include "support/fake_platform.h"
@@ -20,7 +18,7 @@
 // NOLINTNEXTLINE(bugprone-exception-escape): the test that runs this fails then
 int main() {
   fiar::win32::Win32Events events;
-  double patience = 60;
+  double patience = 0;
   fiar::test::FakePlatform fake;
   fake.platform.newSocket = fiar::win32::newSocket;
   fake.events.longestWait = 0;  // time passes only in a wait in which nothing happens, and then at once
@@ -34,18 +32,19 @@ int main() {
   fiar::Toolkit toolkit(fake.platform);
   fiar::clsZantorMail& mail = toolkit.mail();
   mail.debugScript = u"on";
-  const std::map<std::string, fiar::clsZantorMail::Property*> properties{
-      {"serverName", &mail.serverName}, {"ServerPort", &mail.ServerPort}, {"UserName", &mail.UserName},
-      {"Password", &mail.Password},     {"MailFrom", &mail.MailFrom},     {"MailTo", &mail.MailTo},
-      {"MailBcc", &mail.MailBcc},       {"Message", &mail.Message}};
+  const auto next = [&fake] {
+    std::string text;
+    std::getline(std::cin, text, '\0');
+    return fake.codePage.decode(text);
+  };
   _setmode(_fileno(stdin), _O_BINARY);
-  for (std::string name, value; std::getline(std::getline(std::cin, name, '='), value, '\0');) {
-    const auto text = std::filesystem::path(std::u8string(value.begin(), value.end())).u16string();
-    if (name == "patience") patience = std::stod(value);
-    if (name == "quit") PostQuitMessage(std::stoi(value));
-    if (name == "Attachments") mail.Attachments = text;
-    if (properties.contains(name)) *properties.at(name) = text;
-    if (name != "send") continue;
+  for (int exitCode = 0; std::cin >> patience >> exitCode && std::cin.ignore();) {
+    if (exitCode != 0) PostQuitMessage(exitCode);
+    for (auto* property : {&mail.serverName, &mail.ServerPort, &mail.MailFrom, &mail.MailTo, &mail.MailBcc,
+                           &mail.UserName, &mail.Password, &mail.Message}) {
+      *property = next();
+    }
+    mail.Attachments = next();
     fake.events.waits.clear();
     mail.SendMail();
     std::cout << fake.events.waits.size() << std::endl;

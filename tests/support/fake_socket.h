@@ -10,12 +10,10 @@
 namespace fiar::test {
 
 /// A socket control and the mail server behind it, which answers in pieces with a "|" between them. Each
-/// piece ends a wait, and takes no time.
+/// piece ends a wait.
 class FakeSocket final : public SocketControl {
 public:
-  // Instead of a piece: the server ends the connection, or the connection fails.
-  static constexpr char kEnd = '\1';
-  static constexpr char kFailure = '\2';
+  static constexpr char kFailure = '\1';  ///< instead of a piece: the connection fails
 
   explicit FakeSocket(FakeEvents& events) : events_(events) {}
 
@@ -24,6 +22,7 @@ public:
                                              {"AUTH", "334 VXNlcm5hbWU6\r\n"}, {"MAIL", "250 ok\r\n"},
                                              {"RCPT", "250 ok\r\n"},           {"DATA", "354 go on\r\n"},
                                              {".", "250 queued\r\n"},          {"QUIT", "221 bye\r\n"}};
+  double delay = 0;  ///< the seconds until a piece arrives
   std::string said;  ///< what the client sent, lost or not
 
   void Connect() override {
@@ -46,33 +45,23 @@ public:
     if (coming_.empty()) return;
     const std::string piece = coming_.substr(0, coming_.find('|'));
     coming_.erase(0, piece.size() + 1);
-    arrive(piece);
-    if (coming_.empty()) events_.longestWait = 86400;
-  }
-  /// Raises the events of a piece.
-  void arrive(const std::string& piece) {
-    if (piece[0] == kFailure || piece[0] == kEnd) coming_.clear();
     if (piece[0] == kFailure) {
+      coming_.clear();
       state_ = SocketState::Error;
-      return OnError(u"connection refused");
-    }
-    if (state_ == SocketState::Connecting) {
-      state_ = SocketState::Connected;
-      OnConnect();
-    }
-    if (piece[0] == kEnd) {
-      state_ = SocketState::Closing;
+      OnError(u"connection refused");
     } else {
+      if (std::exchange(state_, SocketState::Connected) == SocketState::Connecting) OnConnect();
       arrived_ = piece;
       OnDataArrival();
     }
+    if (coming_.empty()) events_.longestWait = 86400;
   }
 
 private:
   void answer(const std::string& command) {
     if (answers[command].empty()) return;
     coming_ += answers[command] + "|";
-    events_.longestWait = 0;
+    events_.longestWait = delay;
   }
 
   FakeEvents& events_;
