@@ -106,15 +106,12 @@ TEST_F(Mail, GoesOnWhateverTheServerDoes) {
   } cases[] = {{"HELO", "250-a\r\n250-b\r\n250 c\r\n", 0},
                {"HELO", "250-a|\r\n|250 c", 0},
                {"HELO", "2|5|0| |c\r\n", 20},
-               {"HELO", "250\r\n", 20},
                {"HELO", " 250 c\r\n", 20},
                {"HELO", "2500 c\r\n250. c\r\n", 20},
                {"HELO", "200 a\n250 c\n", 20},
-               {"DATA", "550 no\r\n", 10},
                {"HELO", std::string(1 << 16, 'x') + "|\r\n250 c\r\n", 0},
                {"connection", failure, 20},
-               {"connection", "220 a\r\n|" + failure, 120},
-               {"DATA", "354 go\r\n|" + failure, 70}};
+               {"connection", "220 a\r\n|" + failure, 120}};
   const auto good = socket.answers;
   for (const auto& row : cases) {
     SCOPED_TRACE(row.command + ": " + row.answer.substr(0, 50));

@@ -1,8 +1,5 @@
-// Sends messages with the program's own sockets, and prints how often each of them waited. The debug log goes
-// to the current folder. The standard input gives for each message, all ended by a NUL:
-//   after how many seconds without an event the clock jumps to the end of a wait, and
-//   with which exit code the program is asked to end before it sends (0: it is not), in one text,
-//   the properties of the message, in the order below
+// Sends messages with the program's own sockets, as send() in real_server_test.py asks, and prints how often
+// each of them waited. The debug log goes to the current folder.
 
 #include <fcntl.h>
 #include <io.h>
@@ -18,7 +15,7 @@
 // NOLINTNEXTLINE(bugprone-exception-escape): the test that runs this fails then
 int main() {
   fiar::win32::Win32Events events;
-  double patience = 0;
+  double patience = 0;  // so many seconds without an event, and the clock jumps to the end of the wait
   fiar::test::FakePlatform fake;
   fake.platform.newSocket = fiar::win32::newSocket;
   fake.events.longestWait = 0;  // time passes only in a wait in which nothing happens, and then at once
