@@ -103,7 +103,6 @@ def answer_times():
         stones = blue_stones(game)
         time.sleep(random.uniform(0, 0.02))  # or every click would come right after a tick
         game_test.press(1)
-        time.sleep(0.02)  # the window manager gets the press first
         while game_test.DISPLAY.pending_events():
             game_test.DISPLAY.next_event()
         begin = 1000 * time.monotonic()
