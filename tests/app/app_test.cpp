@@ -62,7 +62,7 @@ TEST_F(MainWindow, OpensWithAnEmptyBoardAndNoGame) {
   const DrawingList& lines = window.debugPic.drawing();
   EXPECT_EQ(TextView(lines.characters.data(), lines.characters.size()), u"srX = 4srY = 11player = 0");
   EXPECT_EQ(lines.commands[0].y1, 0);
-  machine.resources.replaced[102] = std::nullopt;
+  machine.resources.patternTable = std::nullopt;
   EXPECT_THROW(load(), PatternTableError);
 }
 
@@ -261,7 +261,7 @@ TEST(StartUp, SetsTheProgramWideValuesAndShowsTheWindow) {
   // The configuration, the text that the working key is made from, the connect text if a database is to be
   // used, and the other settings.
   const std::tuple<std::optional<std::string>, TextView, std::optional<Text>, TextView, TextView> cases[] = {
-      {test::FileResources().custom(101), shipped, {}, u"", u""},
+      {test::resourceFile("configuration.txt"), shipped, {}, u"", u""},
       {std::nullopt, builtIn, u"", u"", u""},
       {"<cryptoPass></cryptoPass><runMySQL>Off</runMySQL>", builtIn, {}, u"", u""},
       {"<runMySQL>0</runMySQL><cryptoPass>torn", builtIn, {}, u"", u""},
@@ -274,7 +274,7 @@ TEST(StartUp, SetsTheProgramWideValuesAndShowsTheWindow) {
     const test::FakeNetwork network(machine);
     const bool secondInstance = !configuration;
     machine.environment.otherInstance = secondInstance;
-    machine.resources.replaced[101] = configuration;
+    machine.resources.configuration = configuration;
     Toolkit toolkit(machine.platform);
     toolkit.mail().subject = u"of an instance that may be released";
     bool shown = false;
@@ -298,11 +298,9 @@ TEST(StartUp, SetsTheFolders) {
   // Variables of the environment, the system's temporary folder, and that of the script.
   const std::tuple<std::map<Text, Text>, TextView, TextView> cases[] = {
       {{}, u"\\", u"\\"},
-      {{{u"TEMP", u"C:\\T\\"}}, u"C:\\T\\\\", u"\\"},
-      {{{u"TEMP", u"\\T"}}, u"\\T", u"\\"},
-      {{{u"SCRIPT_PATH", u"/www//a///b"}}, u"\\", u"\\www\\a\\\\b\\"},
+      {{{u"TEMP", u"C:\\T\\"}, {u"SCRIPT_PATH", u"/www//a///b"}}, u"C:\\T\\\\", u"\\www\\a\\\\b\\"},
       {{{u"SCRIPT_FILENAME", u"D:/w/a.bas"}, {u"SCRIPT_PATH", u"no"}}, u"\\", u"D:\\w\\"},
-      {{{u"SCRIPT_FILENAME", u"a.bas"}, {u"SCRIPT_PATH", u"E:\\"}}, u"\\", u"E:\\"},
+      {{{u"TEMP", u"\\T"}, {u"SCRIPT_FILENAME", u"a.bas"}, {u"SCRIPT_PATH", u"E:\\"}}, u"\\T", u"E:\\"},
       {{{u"APPL_PHYSICAL_PATH", u"W:\\"}, {u"SCRIPT_FILENAME", u"/no/"}}, u"\\", u"W:\\"},
   };
   for (const auto& [variables, systemTemporaryFolder, scriptFolder] : cases) {

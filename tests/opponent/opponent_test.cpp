@@ -15,7 +15,7 @@ struct Opponent : testing::Test, test::LoadedToolkit {
 TEST_F(Opponent, ItsTableIsWhatTheGeneratorWritesEachTime) {
   const test::TemporaryFolder folder;
   toolkit.values().applicationFolder = folder.text();
-  const std::string shipped = machine.resources.custom(kPatternTableResource).value();
+  const std::string shipped = *machine.resources.patternTable;
   const std::string lines = shipped.substr(0, shipped.find('\0')) + "\r\n";
   for (const std::string& expected : {lines, lines + lines}) {
     genUtezi(toolkit);

@@ -95,6 +95,19 @@ struct FakeEvents final : PendingEvents {
   }
 };
 
+/// The program's resources, some of which the test may replace.
+struct FakeResources final : Resources {
+  std::optional<std::string> configuration = resourceFile("configuration.txt");
+  std::optional<std::string> patternTable = resourceFile("pattern_table.dat");
+
+  std::optional<std::string> custom(unsigned number) const override {
+    return number == 101 ? configuration : patternTable;
+  }
+  std::optional<std::string> custom(TextView name) const override {
+    return resourceFile(name == u"WAVTAP" ? "tap.wav" : "error.wav");
+  }
+};
+
 /// A process environment made of what the test says.
 struct FakeEnvironment final : Environment {
   mutable std::map<Text, Text> variables;
@@ -122,7 +135,7 @@ struct FakePlatform {
   CodePage codePage = windows1252();
   FakeRegionalFormat regional;
   FakeEnvironment environment;
-  FileResources resources;
+  FakeResources resources;
   FakeRandom random;
   RecordingSound sound;
   FakeEvents events{clock};

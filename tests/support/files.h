@@ -3,9 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <random>
-#include <regex>
 #include <string>
 #include <system_error>
 
@@ -19,27 +17,10 @@ inline std::string contents(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The program's resources, read from the files that its resource script names.
-class FileResources final : public Resources {
-public:
-  std::map<unsigned, std::optional<std::string>> replaced;  ///< what the test puts in the place of some
-
-  std::optional<std::string> custom(unsigned number) const override {
-    const auto found = replaced.find(number);
-    return found == replaced.end() ? find(std::to_string(number)) : found->second;
-  }
-  std::optional<std::string> custom(TextView name) const override { return find({name.begin(), name.end()}); }
-
-private:
-  static std::optional<std::string> find(const std::string& name) {
-    const std::filesystem::path folder(FIAR_RESOURCE_DIR);
-    const std::string script = contents(folder / "FiveInARow.rc");
-    std::smatch entry;
-    if (!std::regex_search(script, entry, std::regex("\n" + name + " CUSTOM \"([^\"]*)")))
-      return std::nullopt;
-    return contents(folder / entry[1].str());
-  }
-};
+/// One of the files that the program's resources are made from.
+inline std::string resourceFile(const char* name) {
+  return contents(std::filesystem::path(FIAR_RESOURCE_DIR) / name);
+}
 
 /// A new, empty folder that goes with everything in it in the end.
 class TemporaryFolder {

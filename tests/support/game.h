@@ -10,7 +10,7 @@ namespace fiar::test {
 
 /// A toolkit with the shipped pattern table in its store.
 struct LoadedToolkit : FakeToolkit {
-  LoadedToolkit() { loadPatternTable(machine.resources.custom(kPatternTableResource).value(), toolkit); }
+  LoadedToolkit() { loadPatternTable(*machine.resources.patternTable, toolkit); }
 };
 
 /// A board of a size with all grids allocated and cells of a width that divides every size.

@@ -66,7 +66,7 @@ TEST(Win32Resources, AreReadWholeFromTheProgramWhereItHasThem) {
 
 // With or without a sound device: each cue of a quarter of a second is cut off by the next one.
 TEST(Win32Sound, PlaysInTheBackgroundUntilItIsStopped) {
-  const std::string cue = test::FileResources().custom(u"WAVERR").value();
+  const std::string cue = test::resourceFile("error.wav");
   Win32SoundPlayer player;
   const ULONGLONG start = GetTickCount64();
   for (int i = 0; i < 80; ++i) player.play(cue);
