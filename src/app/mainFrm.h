@@ -23,8 +23,6 @@ public:
   explicit mainFrm(Toolkit& toolkit);
   mainFrm(const mainFrm&) = delete;
   mainFrm& operator=(const mainFrm&) = delete;
-  mainFrm(mainFrm&&) = delete;
-  mainFrm& operator=(mainFrm&&) = delete;
   ~mainFrm() = default;
 
   /// Loads the pattern table into the variable store and the two sound images. Throws PatternTableError for a

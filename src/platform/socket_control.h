@@ -34,8 +34,6 @@ public:
   SocketControl() = default;
   SocketControl(const SocketControl&) = delete;
   SocketControl& operator=(const SocketControl&) = delete;
-  SocketControl(SocketControl&&) = delete;
-  SocketControl& operator=(SocketControl&&) = delete;
   virtual ~SocketControl() = default;
 
   Text RemoteHost;     ///< name or address that Connect() goes to; an empty one is not found

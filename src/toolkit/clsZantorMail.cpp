@@ -53,8 +53,6 @@ public:
   explicit Mark(bool& flag) : flag_(flag = true) {}
   Mark(const Mark&) = delete;
   Mark& operator=(const Mark&) = delete;
-  Mark(Mark&&) = delete;
-  Mark& operator=(Mark&&) = delete;
   ~Mark() { flag_ = false; }
 
 private:

@@ -34,8 +34,6 @@ public:
   explicit clsZantorMail(Toolkit& toolkit);
   clsZantorMail(const clsZantorMail&) = delete;
   clsZantorMail& operator=(const clsZantorMail&) = delete;
-  clsZantorMail(clsZantorMail&&) = delete;
-  clsZantorMail& operator=(clsZantorMail&&) = delete;
   ~clsZantorMail() = default;
 
   /// The server's name or address, which is also what it is greeted with.

@@ -46,8 +46,6 @@ public:
   explicit Toolkit(const Platform& platform);
   Toolkit(const Toolkit&) = delete;
   Toolkit& operator=(const Toolkit&) = delete;
-  Toolkit(Toolkit&&) = delete;
-  Toolkit& operator=(Toolkit&&) = delete;
   ~Toolkit();
 
   const Platform& platform() const { return platform_; }

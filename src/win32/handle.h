@@ -84,8 +84,6 @@ public:
   SelectedObject(HDC context, HGDIOBJ object) : context_(context), old_(SelectObject(context, object)) {}
   SelectedObject(const SelectedObject&) = delete;
   SelectedObject& operator=(const SelectedObject&) = delete;
-  SelectedObject(SelectedObject&&) = delete;
-  SelectedObject& operator=(SelectedObject&&) = delete;
   ~SelectedObject() { SelectObject(context_, old_); }
 
 private:
@@ -99,8 +97,6 @@ public:
   explicit ClientContext(HWND window) : window_(window), context_(GetDC(window)) {}
   ClientContext(const ClientContext&) = delete;
   ClientContext& operator=(const ClientContext&) = delete;
-  ClientContext(ClientContext&&) = delete;
-  ClientContext& operator=(ClientContext&&) = delete;
   ~ClientContext() { ReleaseDC(window_, context_); }
 
   HDC get() const { return context_; }

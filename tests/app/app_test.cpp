@@ -288,7 +288,7 @@ TEST(StartUp, SetsTheProgramWideValuesAndShowsTheWindow) {
     EXPECT_EQ(values.useDatabase, connectText.has_value());
     EXPECT_EQ(values.queries.size(), connectText ? 101U : 0U);
     EXPECT_EQ(machine.database.connectText, connectText);
-    EXPECT_EQ(toolkit.variables().getVar(u"_now"), u"14.03.2026 12:00:00");
+    EXPECT_EQ(toolkit.variables().getVar(u"_now"), u"14.3.2026 12:0:0");
     EXPECT_TRUE(toolkit.variables().commandList().starts_with(u":File;"));
     EXPECT_EQ(toolkit.mail().subject.text().empty(), secondInstance);
   }

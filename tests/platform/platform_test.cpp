@@ -63,25 +63,24 @@ TEST(Text, IsComparedWithoutRegardToCaseOnly) {
 }
 
 TEST(Numbers, AreShortAndRegional) {
-  using Case = std::pair<double, TextView>;
   test::FakeRegionalFormat format;
   format.separator = u',';
-  for (const auto& [value, text] :
-       {Case{-0.0, u"0"}, Case{-1, u"-1"}, Case{999999999999999, u"999999999999999"}, Case{1e15, u"1E+15"},
-        Case{1.0 / 3, u"0,333333333333333"}, Case{0.0001, u"0,0001"}, Case{0.00001, u"1E-05"},
-        Case{-0x1p-1074, u"-4,94065645841247E-324"}, Case{-INFINITY, u"-inf"}, Case{-NAN, u"nan"}}) {
-    EXPECT_EQ(format.numberText(value), text) << value;
-  }
+  const std::pair<double, TextView> cases[] = {
+      {-0.0, u"0"},        {-1, u"-1"},          {999999999999999, u"999999999999999"},
+      {1e15, u"1E+15"},    {0.0001, u"0,0001"},  {1.0 / 3, u"0,333333333333333"},
+      {0.00001, u"1E-05"}, {-INFINITY, u"-inf"}, {-0x1p-1074, u"-4,94065645841247E-324"},
+      {-NAN, u"nan"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(format.numberText(value), text) << value;
 }
 
 TEST(Numbers, AreReadWithTheSeparatorOfTheFormatAndWithNothingElse) {
-  using Case = std::pair<TextView, std::optional<double>>;
   test::FakeRegionalFormat format;
-  const Case cases[] = {{u"5004492", 5004492}, {u" -12 ", -12},  {u"+7", 7},          {u".5", 0.5},
-                        {u"2.5E-1", 0.25},     {u"1.0e3", 1000}, {u"7.5\0\0"sv, 7.5}, {u"3. \0x"sv, 3},
-                        {u"\0001"sv, {}},      {u"", {}},        {u"-", {}},          {u".", {}},
-                        {u"+-1", {}},          {u"1 2", {}},     {u"0x10", {}},       {u"1e", {}},
-                        {u"1,000.5", {}},      {u"inf", {}},     {u"1E+309", {}},     {u"\u0661", {}}};
+  const std::pair<TextView, std::optional<double>> cases[] = {
+      {u"5004492", 5004492}, {u" -12 ", -12},  {u"+7", 7},          {u".5", 0.5},
+      {u"2.5E-1", 0.25},     {u"1.0e3", 1000}, {u"7.5\0\0"sv, 7.5}, {u"3. \0x"sv, 3},
+      {u"\0001"sv, {}},      {u"", {}},        {u"-", {}},          {u".", {}},
+      {u"+-1", {}},          {u"1 2", {}},     {u"0x10", {}},       {u"1e", {}},
+      {u"1,000.5", {}},      {u"inf", {}},     {u"1E+309", {}},     {u"\u0661", {}}};
   for (const auto& [text, value] : cases) {
     EXPECT_EQ(format.number(text), value) << testing::PrintToString(text);
   }

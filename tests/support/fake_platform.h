@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <deque>
 #include <map>
 #include <stdexcept>
@@ -41,16 +40,14 @@ struct FakeClock final : Clock {
   void advance(double by) { seconds = std::fmod(seconds + by, 86400.0); }
 };
 
-/// Numbers with a separator of the test's choice, dates as dd.mm.yyyy hh:mm:ss.
+/// Numbers with a separator of the test's choice, dates as d.m.yyyy h:m:s.
 struct FakeRegionalFormat final : RegionalFormat {
   char16_t separator = u'.';
 
   char16_t decimalSeparator() const override { return separator; }
   Text dateTimeText(const DateTime& when) const override {
-    std::array<char, 80> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%02d.%02d.%02d %02d:%02d:%02d", when.day,
-                                     when.month, when.year, when.hour, when.minute, when.second);
-    return {text.data(), text.data() + length};
+    return numberText(when.day) + u"." + numberText(when.month) + u"." + numberText(when.year) + u" " +
+           numberText(when.hour) + u":" + numberText(when.minute) + u":" + numberText(when.second);
   }
 };
 

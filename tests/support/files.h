@@ -28,8 +28,6 @@ public:
   TemporaryFolder() { std::filesystem::create_directory(path_); }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  TemporaryFolder(TemporaryFolder&&) = delete;
-  TemporaryFolder& operator=(TemporaryFolder&&) = delete;
   ~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);

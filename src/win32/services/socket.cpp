@@ -56,8 +56,6 @@ public:
       : OVERLAPPED{}, host_(std::move(host)), port_(std::to_wstring(port)), window_(window) {}
   Lookup(const Lookup&) = delete;
   Lookup& operator=(const Lookup&) = delete;
-  Lookup(Lookup&&) = delete;
-  Lookup& operator=(Lookup&&) = delete;
   ~Lookup() {
     if (found_ != nullptr) FreeAddrInfoExW(found_);
   }

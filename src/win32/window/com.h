@@ -27,8 +27,6 @@ public:
   }
   ComApartment(const ComApartment&) = delete;
   ComApartment& operator=(const ComApartment&) = delete;
-  ComApartment(ComApartment&&) = delete;
-  ComApartment& operator=(ComApartment&&) = delete;
   ~ComApartment() { CoUninitialize(); }
 };
 

@@ -27,8 +27,6 @@ public:
   explicit ControlWindow(const Control& control) : control_(control) {}
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
-  ControlWindow(ControlWindow&&) = delete;
-  ControlWindow& operator=(ControlWindow&&) = delete;
   virtual ~ControlWindow() = default;
 
   const Control& control() const { return control_; }

@@ -29,8 +29,6 @@ public:
   }
   TextSettings(const TextSettings&) = delete;
   TextSettings& operator=(const TextSettings&) = delete;
-  TextSettings(TextSettings&&) = delete;
-  TextSettings& operator=(TextSettings&&) = delete;
   ~TextSettings() { RestoreDC(context_, saved_); }
 
 private:

@@ -24,8 +24,6 @@ public:
   FormWindow(Form& form, const Resources& resources);
   FormWindow(const FormWindow&) = delete;
   FormWindow& operator=(const FormWindow&) = delete;
-  FormWindow(FormWindow&&) = delete;
-  FormWindow& operator=(FormWindow&&) = delete;
   ~FormWindow() override;
 
   /// Throws PictureError for a picture that is not seen yet, too: better now than in the middle of a game.

@@ -14,8 +14,6 @@ class Window {
 public:
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
-  Window(Window&&) = delete;
-  Window& operator=(Window&&) = delete;
   virtual ~Window();
 
   HWND handle() const { return handle_.get(); }
