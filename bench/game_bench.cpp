@@ -33,14 +33,16 @@ void evaluateBothSides(benchmark::State& state, Evaluate evaluate) {
 }
 
 void evaluation(benchmark::State& state) {
-  test::LoadedToolkit loaded;
+  test::RunningGame loaded;
+  loaded.load();
   PatternWeights weights(loaded.toolkit.variables(), loaded.machine.regional);
   evaluateBothSides(state, [&](double side, Board& board) { CalcUtezi2(side, board, weights); });
 }
 BENCHMARK(evaluation);
 
 void obviousEvaluation(benchmark::State& state) {
-  test::LoadedToolkit loaded;
+  test::RunningGame loaded;
+  loaded.load();
   evaluateBothSides(state,
                     [&](double side, Board& board) { test::obviousEvaluation(side, board, loaded.toolkit); });
 }

@@ -1,20 +1,18 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <new>
 
-#include "app/mainFrm.h"
 #include "app/startUpMod.h"
 #include "forms/painter.h"
+#include "opponent/pattern_table.h"
 #include "support/fake_socket.h"
 #include "support/game.h"
 #include "toolkit/clsZantorCodeCod.h"
 #include "toolkit/clsZantorMail.h"
 
-namespace {
-std::size_t allocations = 0;
-}
+static std::size_t allocations = 0;
 
 // In the place of the language's own, so that they can be counted. Inlined, they would seem mismatched.
 void* operator new(std::size_t size) {
@@ -147,10 +145,9 @@ TEST_F(MainWindow, OnlyAPlainLeftClickOnTheBoardCounts) {
 }
 
 TEST_F(MainWindow, ThePointersCellIsTheOneUnderIt) {
-  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
   // Divided as whole numbers toward zero: the first cell reaches as far beyond the edge.
   const std::pair<float, double> columns[] = {{663, 0},   {663.5F, 1}, {9959.4F, 14},    {-663, 0},
-                                              {-664, -1}, {9960, 15},  {1e30F, 3234162}, {kNan, 0}};
+                                              {-664, -1}, {9960, 15},  {1e30F, 3234162}, {NAN, 0}};
   for (const auto& [position, cell] : columns) {
     window.boardPic.MouseMove(0, 0, position, 0);
     EXPECT_EQ(game.srX, cell) << position;

@@ -63,7 +63,7 @@ TEST_F(Mail, SaysExactlyTheseLines) {
                         "RCPT TO: b@x\nRCPT TO:\nRCPT TO:c@x\nRCPT TO:d@x\n" + html + from +
                         "To:a@x; b@x;\nReply-To:r@x\nBcc:<c@x>;<d@x>;\n\none<br>\ntwo" + end);
 
-  std::ofstream(folder.path() / "two lines") << std::string(57, '\0') << "BC";
+  std::ofstream(folder.path / "two lines") << std::string(57, '\0') << "BC";
   for (auto* property : {&mail.UserName, &mail.MailTo, &mail.MailBcc, &mail.ReplyTo}) *property = u"";
   mail.Message = u"\r\n\u20AC and \u4E00\r\n";
   mail.Attachments = u"none;" + folder.text() + u"two lines";

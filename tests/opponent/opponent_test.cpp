@@ -2,14 +2,17 @@
 
 #include "opponent/evaluation.h"
 #include "opponent/move_choice.h"
+#include "opponent/pattern_table.h"
 #include "opponent/weight_overlay.h"
 #include "support/game.h"
 
 namespace fiar {
 namespace {
 
-struct Opponent : testing::Test, test::LoadedToolkit {
+struct Opponent : testing::Test, test::RunningGame {
   Board board = test::emptyBoard(10);
+
+  Opponent() { load(); }
 };
 
 TEST_F(Opponent, ItsTableIsWhatTheGeneratorWritesEachTime) {

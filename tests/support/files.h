@@ -23,24 +23,21 @@ inline std::string resourceFile(const char* name) {
 }
 
 /// A new, empty folder that goes with everything in it in the end.
-class TemporaryFolder {
-public:
-  TemporaryFolder() { std::filesystem::create_directory(path_); }
+struct TemporaryFolder {
+  const std::filesystem::path path =
+      std::filesystem::temp_directory_path() / ("five-in-a-row." + std::to_string(std::random_device()()));
+
+  TemporaryFolder() { std::filesystem::create_directory(path); }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   ~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(path, ignored);
   }
 
-  const std::filesystem::path& path() const { return path_; }
   /// The folder as the program names folders, with a "\" at its end.
-  Text text() const { return path_.u16string() + u'\\'; }
-  std::string contents(TextView name) const { return test::contents(path_ / name); }
-
-private:
-  std::filesystem::path path_ =
-      std::filesystem::temp_directory_path() / ("five-in-a-row." + std::to_string(std::random_device()()));
+  Text text() const { return path.u16string() + u'\\'; }
+  std::string contents(TextView name) const { return test::contents(path / name); }
 };
 
 }  // namespace fiar::test

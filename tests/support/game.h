@@ -3,15 +3,9 @@
 #include <random>
 
 #include "app/mainFrm.h"
-#include "opponent/pattern_table.h"
 #include "support/fake_platform.h"
 
 namespace fiar::test {
-
-/// A toolkit with the shipped pattern table in its store.
-struct LoadedToolkit : FakeToolkit {
-  LoadedToolkit() { loadPatternTable(*machine.resources.patternTable, toolkit); }
-};
 
 /// A board of a size with all grids allocated and cells of a width that divides every size.
 inline Board emptyBoard(int size) {

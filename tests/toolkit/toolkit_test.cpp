@@ -307,7 +307,7 @@ TEST_F(ToolkitTest, AppendsOnceTheFileCanBeOpenedAndGivesUpAfterFiveFailures) {
   toolkit.file().AppendToFile(late, u"lost", 1);
   EXPECT_EQ(events.waits.size(), 6U + 7U);
   events.onEvents = [this] {
-    if (events.waits.size() == 17) std::filesystem::create_directory(folder.path() / "late");
+    if (events.waits.size() == 17) std::filesystem::create_directory(folder.path / "late");
   };
   toolkit.file().AppendToFile(late, u"saved", 0);
   EXPECT_EQ(events.waits.size(), 17U);

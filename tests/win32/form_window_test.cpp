@@ -33,9 +33,9 @@ struct FormWindowTest : testing::Test {
   HWND listWindow() const { return GetWindow(GetWindow(top(), GW_CHILD), GW_CHILD); }
   HWND boxWindow() const { return GetWindow(listWindow(), GW_HWNDNEXT); }
   HWND boardWindow() const { return GetWindow(boxWindow(), GW_HWNDNEXT); }
-  void click() { SendMessageW(boxWindow(), BM_CLICK, 0, 0); }
-  void press(WPARAM key, LPARAM flags = 1) { SendMessageW(boardWindow(), WM_KEYDOWN, key, flags); }
-  void mouse(UINT message, WPARAM keys, LPARAM at) { SendMessageW(boardWindow(), message, keys, at); }
+  void click() const { SendMessageW(boxWindow(), BM_CLICK, 0, 0); }
+  void press(WPARAM key, LPARAM flags = 1) const { SendMessageW(boardWindow(), WM_KEYDOWN, key, flags); }
+  void mouse(UINT message, WPARAM keys, LPARAM at) const { SendMessageW(boardWindow(), message, keys, at); }
 
   Win32Resources resources;
   Form form;
@@ -80,7 +80,7 @@ TEST_F(FormWindowTest, TellsScreenReadersANewNameOnce) {
     if (object == OBJID_CLIENT) ++announced;
   };
   constexpr DWORD kEvent = EVENT_OBJECT_NAMECHANGE;
-  const HWINEVENTHOOK hook = SetWinEventHook(kEvent, kEvent, nullptr, count, GetCurrentProcessId(), 0, 0);
+  auto* const hook = SetWinEventHook(kEvent, kEvent, nullptr, count, GetCurrentProcessId(), 0, 0);
   board.AccessibleName = u"You won";
   for (int i = 0; i < 2; ++i) click();
   Win32Events().process();
