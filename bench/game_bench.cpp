@@ -33,18 +33,18 @@ void evaluateBothSides(benchmark::State& state, Evaluate evaluate) {
 }
 
 void evaluation(benchmark::State& state) {
-  test::RunningGame loaded;
-  loaded.load();
-  PatternWeights weights(loaded.toolkit.variables(), loaded.machine.regional);
+  test::RunningGame running;
+  running.load();
+  PatternWeights weights(running.toolkit.variables(), running.machine.regional);
   evaluateBothSides(state, [&](double side, Board& board) { CalcUtezi2(side, board, weights); });
 }
 BENCHMARK(evaluation);
 
 void obviousEvaluation(benchmark::State& state) {
-  test::RunningGame loaded;
-  loaded.load();
-  evaluateBothSides(state,
-                    [&](double side, Board& board) { test::obviousEvaluation(side, board, loaded.toolkit); });
+  test::RunningGame running;
+  running.load();
+  evaluateBothSides(
+      state, [&](double side, Board& board) { test::obviousEvaluation(side, board, running.toolkit); });
 }
 BENCHMARK(obviousEvaluation);
 

@@ -105,7 +105,7 @@ def answer_times():
         game_test.press(1)
         while game_test.DISPLAY.pending_events():
             game_test.DISPLAY.next_event()
-        begin = 1000 * time.monotonic()
+        painted, begin = None, 1000 * time.monotonic()
         game_test.release(1)
         while blue_stones(game) == stones or game_test.DISPLAY.pending_events():
             painted = game_test.DISPLAY.next_event()

@@ -1,4 +1,5 @@
-// Reads tagged text of any kind. The input is the path, a line feed and the text, one byte a character.
+// Reads tagged text of any kind; the unit tests compare what comes of it. The input is the path, a line feed
+// and the text, one byte a character.
 
 #include <algorithm>
 #include <cstdint>

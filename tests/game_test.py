@@ -23,7 +23,7 @@ from Xlib.protocol.event import ClientMessage
 
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
 GAME = SOURCES / "build/windows/FiveInARow.exe"
-INPUTS = int(os.environ.get("FIAR_INPUTS", 500))
+INPUTS = max(30, int(os.environ.get("FIAR_INPUTS", 500)))
 SEED = int(os.environ.get("FIAR_SEED", 1))
 LIMIT = 40  # seconds, ample for anything anywhere
 
@@ -240,7 +240,7 @@ class Game:
 
         def answered():
             after = self.position()
-            new = {cell: after[cell].lower() for cell in after if after[cell].lower() != before[cell]}
+            new = {place: after[place].lower() for place in after if after[place].lower() != before[place]}
             return after if new.pop(cell, "") == "r" and [*new.values()] == ["b"] else None
 
         return wait_for(answered)

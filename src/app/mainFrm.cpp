@@ -96,6 +96,8 @@ void mainFrm::Command1_Click() {
   resetGrid(game, game.attackWeights);
   resetGrid(game, game.defenceWeights);
   Command1.Visible = false;
+  // The board gets the focus now, and a screen reader says its name.
+  describeBoard();
 }
 
 void mainFrm::Combo1_Click() {
@@ -115,7 +117,7 @@ void mainFrm::Timer1_Timer() {
   if (sources() != shown_) {
     printDiagnostics();
     redrawBoard();
-    // Not before the answer, which comes first in the description.
+    // While the computer is on move nothing is said: its answer, which the next tick describes, comes first.
     if (game.player != kComputer) describeBoard();
     shown_ = sources();
   }
@@ -128,7 +130,7 @@ mainFrm::Sources mainFrm::sources() const {
   return {.revisions = {game.board.revision(), game.winMarks.revision(), boardPic.revision(),
                         debugPic.revision()},
           .numbers = {game.srX, game.srY, game.player, game.boardCols, game.boardRows, game.cellWidth,
-                      game.cellHeight, game.lastMove.x, game.lastMove.y},
+                      game.cellHeight, game.lastMove.x, game.lastMove.y, boardPic.Width, boardPic.Height},
           .swatches = {redColorPic[0].BackColor, redColorPic[1].BackColor, blueColorPic[0].BackColor,
                        blueColorPic[1].BackColor},
           .drawWidth = boardPic.DrawWidth};

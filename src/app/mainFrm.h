@@ -62,7 +62,7 @@ public:
   CommandButton Command2;
   Swatches redColorPic;
   Swatches blueColorPic;
-  PictureBox debugPic;  ///< where every tick prints the pointer's cell and the side on move
+  PictureBox debugPic;  ///< where the pointer's cell and the side on move are printed
 
   Board game;
   std::string tapSound;  ///< WAVE file images; empty: silence
@@ -82,10 +82,10 @@ private:
   void boardPic_MouseMove(float X, float Y);
   void boardPic_MouseUp(int button, int shift);
 
-  /// What a tick draws, prints and describes. As long as it stays the same, so do pictures and words.
+  /// What a tick draws, prints and describes depends on these; it does so anew when one of them has changed.
   struct Sources {
     std::array<std::uint64_t, 4> revisions{};  ///< of grids and pictures
-    std::array<double, 9> numbers{};           ///< of the Board
+    std::array<double, 11> numbers{};          ///< of the Board and its picture
     std::array<Color, 4> swatches{};
     int drawWidth = 0;
 

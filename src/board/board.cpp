@@ -16,7 +16,7 @@ std::int32_t roundToEven(double value) {
 }
 
 void Grid::reset(int columns, int rows) {
-  ++revision_;
+  revision_ = ++accesses_;
   columns_ = columns;
   rows_ = rows;
   cells_.assign(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), 0.0);

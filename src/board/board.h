@@ -31,16 +31,17 @@ public:
 
   /// A cell; the caller keeps to contains().
   double& operator()(int column, int row) {
-    ++revision_;
+    revision_ = ++accesses_;
     return cells_[index(column, row)];
   }
   double operator()(int column, int row) const { return cells_[index(column, row)]; }
-  /// The cells of a column, one for each row.
+  /// The cells of a column, one for each row; raises the revision once for all of them.
   double* cellsOf(int column) { return &(*this)(column, 0); }
 
-  /// Changes whenever a cell may have been written to, so that as long as it stays the same, so do the cells.
+  /// Changes with every access by which a cell may be written to. Grids of one revision have equal cells.
   std::uint64_t revision() const { return revision_; }
 
+  /// Rows and cells determine the columns; the revision does not count.
   bool operator==(const Grid& other) const { return rows_ == other.rows_ && cells_ == other.cells_; }
 
 private:
@@ -52,6 +53,7 @@ private:
   int rows_ = 0;
   std::vector<double> cells_;
   std::uint64_t revision_ = 0;
+  inline static std::uint64_t accesses_ = 0;  ///< to all grids, so that no two of them get the same revision
 };
 
 /// A cell by column and row. -1 in either field stands for no cell.

@@ -140,19 +140,18 @@ void CalcUtezi2(double side, Board& board, PatternWeights& weights) {
   const Occupancy foreign = knownSide ? Occupancy() : Occupancy(board, kComputer);
   const bool attacking = side == board.player;
   const LineScores& lineScores = attacking ? weights.attack() : weights.defence();
-  Grid& sums = attacking ? board.attackWeights : board.defenceWeights;
   const Grid& stones = board.board;
   for (int column = 0; column < stones.columns(); ++column) {
-    double* const columnSums = sums.cellsOf(column);
-    double* const attackSums = board.attackWeights.cellsOf(column);
+    double* const attack = board.attackWeights.cellsOf(column);
+    double* const defence = board.defenceWeights.cellsOf(column);
     for (int row = 0; row < stones.rows(); ++row) {
       if (stones(column, row) != kNobody) continue;
       CellScores scores = scoresOf(own.windows(column, row), lineScores);
       if (!knownSide) dropLines(scores, foreign.windows(column, row));
       if (attacking) {
-        addAttack(scores, columnSums[row]);
+        addAttack(scores, attack[row]);
       } else {
-        addDefence(scores, attackSums[row], columnSums[row]);
+        addDefence(scores, attack[row], defence[row]);
       }
     }
   }

@@ -7,7 +7,7 @@
 
 namespace fiar::test {
 
-/// A board of a size with all grids allocated and cells of a width that divides every size.
+/// A board of a size with all grids that are read, and cells of a width that divides every size.
 inline Board emptyBoard(int size) {
   Board board;
   board.boardCols = board.boardRows = size;

@@ -199,6 +199,7 @@ TEST_F(ToolkitTest, TakesBackWhatItCoded) {
       EXPECT_EQ(coder.DeCodeLight(coder.EnCodeLight(text, key, hex), key, hex), text) << length;
     }
   }
+  EXPECT_EQ(coder.DeCodeLight(u"6a32f23b0ecfc088c96605", u"k", true), u"\u0160krjan?ek ?");
   for (const TextView input : {u"ABC", u"0G", u"G0"}) EXPECT_EQ(coder.DeCodeLight(input, u"", true), u"");
 }
 
