@@ -41,7 +41,7 @@ START_FACE = 300, 2350, 400, 300  # beside its text
 SOUND = 180, 9720, 1455, 315
 
 BOARD_SIZES = [10, 15, 20, 30]
-BOARD_COLOR, GRID_COLOR, RED = 0xFEF3E2, 0x999999, 0xFF8080
+BOARD_COLOR, GRID_COLOR, FOCUS_COLOR, RED = 0xFEF3E2, 0x999999, 0xE06000, 0xFF8080
 # What lies in a cell: nothing, a stone of the player (red) or of the computer (blue), one of a won line.
 MEANINGS = {BOARD_COLOR: ".", RED: "r", 0x8080FF: "b", 0xC00000: "R", 0x0000C0: "B"}
 
@@ -226,12 +226,13 @@ class Game:
         wait_for(self.grid_is_sharp)
 
     def resize(self, *size):
-        """To a width and a height; without them, to the whole screen."""
+        """To a width and a height; without them, to the whole screen. Waits until the board has its corner there."""
         states = [DISPLAY.intern_atom("_NET_WM_STATE_MAXIMIZED_" + way) for way in ("VERT", "HORZ")]
         ask_manager(self.window, "_NET_WM_STATE", not size, *states)
         if size:
             self.window.configure(width=size[0], height=size[1])
         wait_for(lambda: self.client_area()[2:] == size if size else self.client_area()[2] > 1800)
+        wait_for(lambda: look(*self.place(BOARD))[-1] in (GRID_COLOR, FOCUS_COLOR))
 
     def play(self, cell):
         """Sets a stone and waits for the computer's. Returns the position."""
@@ -394,17 +395,14 @@ class GameTest(unittest.TestCase):
 
         keys = "Left Up Right Down space Return Tab Shift_L+Tab Escape End F4 Next 1".split()
         uses = [click] * 14 + [drag] * 3 + [lambda: type_keys(choice.choice(keys))] * 2
-        uses += [game.resize, lambda: game.resize(choice.randrange(640, 1400), choice.randrange(560, 1000))]
+        uses += [game.resize, lambda: game.resize(choice.randrange(640, 1300), choice.randrange(560, 900))]
         for done in range(1, INPUTS + 1):
             roam(0)
             choice.choice(uses)()
             if done % (INPUTS // 10) == 0:
-                # One and the same state: a new game, even if the size is the same.
+                # It is laid out anew after all inputs, if it still lives.
+                game.resize(900, 759)
                 game.resize(1000, 843)
-                type_keys("Escape")
-                for size in 10, 15:
-                    game.choose_size(size)
-                game.point_at((7, 7))
                 status = pathlib.Path(f"/proc/{game.process.pid}/status").read_text()
                 memory.append(int(re.search(r"RssAnon:\s+(\d+)", status)[1]))
                 print(f"seed {SEED}, after {done} inputs: {memory[-1]} kB")
