@@ -97,7 +97,7 @@ def answer_times():
     while len(times) < ANSWERS:
         if game.start_is_shown():
             game.start()
-        position = game.position()
+        position = game_test.wait_for(game.position)
         empty = game_test.empty_cells(position)
         game.point_at(max(empty, key=lambda cell: game_test.value(position, cell)))
         stones = blue_stones(game)
@@ -110,7 +110,7 @@ def answer_times():
         while blue_stones(game) == stones or game_test.DISPLAY.pending_events():
             painted = game_test.DISPLAY.next_event()
         # A stone that wins is not answered.
-        if "R" not in game.position().values():
+        if "R" not in game_test.wait_for(game.position).values():
             times.append((painted.timestamp - begin) % 2**32)  # both clocks are the system's monotonic one
     test.doCleanups()
     return sorted(times)
