@@ -15,7 +15,7 @@ public:
   /// Describes the position: "Column 8, row 7, empty" (or "red", "blue"; columns and rows count from 1 at the
   /// top left), or "Outside the board". As long as the ring stays where it is, "Blue to column 7, row 6."
   /// comes first after the computer's move, and at the end of a game "You won" or "The computer won" stands
-  /// alone. Not to be called while the computer is on move: its answer comes first.
+  /// alone. Between a stone of the human and the answer to it, it would say the answer before once more.
   Text update(const Board& board);
   /// "You won" or "The computer won" if a game had ended at the last update; empty if none had.
   TextView result() const;
